@@ -1,0 +1,17 @@
+# Warnings and sanitizers for our own targets only; no global flag edits.
+function(quellmark_warnings target)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Wdouble-promotion)
+  if(QUELLMARK_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  quellmark_sanitize(${target})
+endfunction()
+
+function(quellmark_sanitize target)
+  if(QUELLMARK_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-omit-frame-pointer
+      -fno-sanitize-recover=all)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()

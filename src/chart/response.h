@@ -1,0 +1,11 @@
+#pragma once
+// Gain and phase of one section at one frequency.
+
+namespace qm {
+
+/// Gain in dB and phase in degrees of the section s² + bOne·s + bZero (a real
+/// pole s + bZero when bOne is 0) at f Hz. A real pole with bZero 0 is taken
+/// as 1e-6, and that value goes back through bZero.
+void Response(float& bZero, float& bOne, float& f, float& mag, float& phase);
+
+} // namespace qm

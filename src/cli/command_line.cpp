@@ -1,0 +1,220 @@
+#include "cli/command_line.h"
+
+#include <algorithm>
+#include <cctype>
+#include <functional>
+#include <map>
+
+namespace qm {
+
+namespace {
+
+std::string lower(std::string s)
+{
+    std::transform(s.begin(), s.end(), s.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return s;
+}
+
+/// NAME=TEXT, split at the first '='.
+std::pair<std::string, std::string> splitAssignment(const std::string& option,
+                                                    const std::string& value)
+{
+    const auto eq = value.find('=');
+    if (eq == std::string::npos || eq == 0)
+        throw UsageError(option + " wants NAME=VALUE, not '" + value + "'");
+    return {value.substr(0, eq), value.substr(eq + 1)};
+}
+
+/// ROW=VALUE for a section entry array: "Name(ROW)".
+UserAction rowEntry(const std::string& option, const std::string& value, const char* array)
+{
+    auto [row, text] = splitAssignment(option, value);
+    if (row.size() != 1 || row[0] < '0' || row[0] > '4')
+        throw UsageError(option + " wants a row from 0 to 4, not '" + row + "'");
+    return {ActionKind::Enter, std::string(array) + "(" + row + ")", text};
+}
+
+UserAction familyAction(const std::string& value)
+{
+    static const std::map<std::string, std::string> kFamilies = {
+        {"butterworth", "0"},      {"bessel", "1"},           {"chebychev", "2"},
+        {"chebyshev", "2"},        {"linear-phase-0.05", "3"}, {"linear-phase-0.5", "4"},
+        {"gaussian", "5"},         {"gaussian-12db", "5"},    {"custom-q", "6"},
+        {"custom-fnq", "7"},       {"custom-fn-q", "7"}};
+    auto it = kFamilies.find(lower(value));
+    if (it != kFamilies.end())
+        return {ActionKind::Select, "TypeFilter", it->second};
+    if (value.size() == 1 && value[0] >= '0' && value[0] <= '7')
+        return {ActionKind::Select, "TypeFilter", value};
+    throw UsageError("unknown family '" + value + "' (see --help)");
+}
+
+UserAction choice(const std::string& option, const std::string& value,
+                  const std::map<std::string, UserAction>& table)
+{
+    auto it = table.find(lower(value));
+    if (it == table.end())
+        throw UsageError("unknown value '" + value + "' for " + option);
+    return it->second;
+}
+
+using Handler = std::function<void(CommandLine&, const std::string&)>;
+
+void addAction(CommandLine& cl, UserAction a) { cl.actions.push_back(std::move(a)); }
+
+const std::map<std::string, Handler>& valueOptions()
+{
+    static const std::map<std::string, Handler> kOptions = {
+        {"--type", [](CommandLine& cl, const std::string& v) {
+             auto [n, t] = splitAssignment("--type", v);
+             addAction(cl, {ActionKind::Type, n, t});
+         }},
+        {"--enter", [](CommandLine& cl, const std::string& v) {
+             auto [n, t] = splitAssignment("--enter", v);
+             addAction(cl, {ActionKind::Enter, n, t});
+         }},
+        {"--select", [](CommandLine& cl, const std::string& v) {
+             auto [n, t] = splitAssignment("--select", v);
+             addAction(cl, {ActionKind::Select, n, t});
+         }},
+        {"--click", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Click, v, ""});
+         }},
+        {"--family", [](CommandLine& cl, const std::string& v) { addAction(cl, familyAction(v)); }},
+        {"--poles", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Enter, "Text18", v});
+         }},
+        {"--ripple", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Enter, "Text19", v});
+         }},
+        {"--cutoff", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Enter, "Text34", v});
+         }},
+        {"--seed", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Enter, "Text12", v});
+         }},
+        {"--response", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Enter, "RespF", v});
+         }},
+        {"--circuit", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, choice("--circuit", v,
+                                  {{"mfb", {ActionKind::Click, "MFBtype", ""}},
+                                   {"sallen-key", {ActionKind::Click, "SallenKey", ""}},
+                                   {"sk", {ActionKind::Click, "SallenKey", ""}}}));
+         }},
+        {"--passband", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, choice("--passband", v,
+                                  {{"low", {ActionKind::Click, "LowPass", ""}},
+                                   {"high", {ActionKind::Click, "High", ""}}}));
+         }},
+        {"--view", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, choice("--view", v,
+                                  {{"values", {ActionKind::Click, "CompValue", ""}},
+                                   {"sensitivities", {ActionKind::Click, "SensTrue", ""}}}));
+         }},
+        {"--gain", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, rowEntry("--gain", v, "GainTB"));
+         }},
+        {"--c1", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, rowEntry("--c1", v, "C1Entry"));
+         }},
+        {"--c2", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, rowEntry("--c2", v, "C2Entry"));
+         }},
+        {"--c1-real", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Enter, "C1RealEntry", v});
+         }},
+        {"--resistors", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Select, "ResistorList", v});
+         }},
+        {"--capacitors", [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::Select, "CapacitorList", v});
+         }},
+        {"--decimal-separator", [](CommandLine& cl, const std::string& v) {
+             if (v != "." && v != ",")
+                 throw UsageError("--decimal-separator takes '.' or ','");
+             cl.decimalSeparator = v[0];
+         }},
+        {"--show", [](CommandLine& cl, const std::string& v) { cl.only.push_back(v); }},
+    };
+    return kOptions;
+}
+
+} // namespace
+
+CommandLine parseCommandLine(const std::vector<std::string>& args)
+{
+    CommandLine cl;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        std::string option = args[i];
+        std::string value;
+        bool hasValue = false;
+        if (const auto eq = option.find('='); option.rfind("--", 0) == 0 && eq != std::string::npos) {
+            value = option.substr(eq + 1);
+            option = option.substr(0, eq);
+            hasValue = true;
+        }
+        if (option == "--json") {
+            cl.json = true;
+        } else if (option == "--help" || option == "-h") {
+            cl.help = true;
+        } else if (option == "--fully-differential") {
+            addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
+        } else if (option == "--single-ended") {
+            addAction(cl, {ActionKind::Uncheck, "FDAcircuit", ""});
+        } else if (auto it = valueOptions().find(option); it != valueOptions().end()) {
+            if (!hasValue) {
+                if (i + 1 >= args.size())
+                    throw UsageError(option + " needs a value");
+                value = args[++i];
+            }
+            it->second(cl, value);
+        } else {
+            throw UsageError("unknown option '" + args[i] + "' (see --help)");
+        }
+    }
+    return cl;
+}
+
+std::string usageText()
+{
+    return R"(Usage: quellmark-cli [OPTION]...
+Starts the design screen with its built-in design, applies the actions in the
+order given, as a person would, and prints the screen.
+
+Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
+  --type NAME=TEXT     focus the entry, replace its text, leave it (validates)
+  --enter NAME=TEXT    the same, but press Enter instead of leaving
+  --select NAME=ITEM   choose an item of a list, by index or by its text
+  --click NAME         click an option button, check box, menu entry, frame...
+
+Design settings (each is one of the actions above):
+  --family NAME        butterworth, bessel, chebychev, linear-phase-0.05,
+                       linear-phase-0.5, gaussian, custom-q, custom-fnq (or 0-7)
+  --poles N            number of poles, 1 to 10
+  --ripple DB          Chebychev ripple in dB
+  --cutoff FREQ        cutoff frequency, e.g. 1k, 2.5 k, 1e3
+  --seed OHMS          R1 seed
+  --response FREQ      frequency of the response rows
+  --circuit KIND       mfb or sallen-key
+  --fully-differential / --single-ended
+  --passband low|high
+  --view values|sensitivities
+  --gain ROW=V/V       section gain of entry row 0 to 4
+  --c1 ROW=FARADS      fixed C1 of entry row 0 to 4; --c2 likewise
+  --c1-real FARADS     fixed capacitor of the real stage
+  --resistors SERIES   Exact, E12, E24, E48, E96 or E192
+  --capacitors SERIES  E6, E12 or E24
+
+Output:
+  --json               every control as JSON, with the message boxes raised
+  --show NAME          print only this control (repeatable)
+  --decimal-separator C  '.' or ',' instead of the locale's
+  --help               this text
+
+Exit status: 0 done, 2 a bad option or control name.
+)";
+}
+
+} // namespace qm

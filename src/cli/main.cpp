@@ -1,0 +1,59 @@
+// quellmark-cli: the design screen without a window, for scripts.
+#include "cli/command_line.h"
+#include "cli/json_writer.h"
+#include "design/cycle.h"
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+
+#include <iostream>
+
+namespace {
+
+constexpr int kExitUsage = 2;
+
+std::string selectedControls(const qm::QuellmarkForm& form, const qm::CommandLine& cl,
+                             const qm::RecordingPlatform& platform)
+{
+    std::string out;
+    for (const std::string& name : cl.only) {
+        const qm::Control* c = form.find(name);
+        if (!c)
+            throw qm::ActionError("no control named '" + name + "'");
+        out += cl.json ? "\"" + qm::jsonEscape(c->text) + "\"\n" : c->text + "\n";
+    }
+    for (const qm::RecordedMessage& m : platform.messages)
+        std::cerr << "message: " << m.title << ": " << m.text << "\n";
+    return out;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        const qm::CommandLine cl =
+            qm::parseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+        if (cl.help) {
+            std::cout << qm::usageText();
+            return 0;
+        }
+        qm::RecordingPlatform platform;
+        qm::PlatformServices services = platform.services();
+        services.decimalSeparator = cl.decimalSeparator;
+        qm::QuellmarkForm form(services);
+        form.runGuarded([&] { qm::Form_Initialize(form); });
+        for (const qm::UserAction& action : cl.actions)
+            qm::applyAction(form, action);
+        if (!cl.only.empty())
+            std::cout << selectedControls(form, cl, platform);
+        else
+            std::cout << (cl.json ? qm::screenAsJson(form, platform)
+                                  : qm::screenAsText(form, platform));
+        return 0;
+    } catch (const qm::UsageError& e) {
+        std::cerr << "quellmark-cli: " << e.what() << "\n";
+    } catch (const qm::ActionError& e) {
+        std::cerr << "quellmark-cli: " << e.what() << "\n";
+    }
+    return kExitUsage;
+}

@@ -1,0 +1,107 @@
+#include "cli/user_actions.h"
+
+#include "screen/quellmark_form.h"
+
+#include <cstdlib>
+
+namespace qm {
+
+namespace {
+
+Control& controlNamed(QuellmarkForm& form, const std::string& name)
+{
+    Control* c = form.find(name);
+    if (!c)
+        throw ActionError("no control named '" + name + "'");
+    return *c;
+}
+
+int listItem(const Control& list, const std::string& item)
+{
+    char* end = nullptr;
+    const long index = std::strtol(item.c_str(), &end, 10);
+    if (!item.empty() && *end == '\0') {
+        if (index < 0 || index >= static_cast<long>(list.items.size()))
+            throw ActionError("list " + list.name + " has no item " + item);
+        return static_cast<int>(index);
+    }
+    for (std::size_t i = 0; i < list.items.size(); ++i)
+        if (list.items[i] == item)
+            return static_cast<int>(i);
+    throw ActionError("list " + list.name + " has no item '" + item + "'");
+}
+
+void requireKind(const Control& c, ControlKind kind, const char* what)
+{
+    if (c.kind != kind)
+        throw ActionError(c.name + " is not " + what);
+}
+
+void typeInto(QuellmarkForm& form, Control& c, const std::string& text, bool pressEnter)
+{
+    requireKind(c, ControlKind::TextBox, "a text entry");
+    form.moveFocus(c.name);
+    c.text = text;
+    if (pressEnter) {
+        EventArgs enter;
+        enter.keyCode = kKeyEnter;
+        form.raise(c.name, FormEvent::KeyDown, enter);
+    } else {
+        form.moveFocus("");
+    }
+}
+
+void clickOn(QuellmarkForm& form, Control& c)
+{
+    switch (c.kind) {
+    case ControlKind::OptionButton:
+        form.moveFocus(c.name);
+        form.runGuarded([&] { form.selectOption(c); });
+        break;
+    case ControlKind::CheckBox:
+        form.moveFocus(c.name);
+        form.runGuarded([&] { form.setCheck(c, c.value == kChecked ? 0 : kChecked); });
+        break;
+    case ControlKind::Button:
+    case ControlKind::ListBox:
+    case ControlKind::TextBox:
+        form.moveFocus(c.name);
+        form.raise(c.name, FormEvent::Click);
+        break;
+    default:
+        // Menus, frames, labels and pictures take no focus.
+        form.raise(c.name, FormEvent::Click);
+        break;
+    }
+}
+
+} // namespace
+
+void applyAction(QuellmarkForm& form, const UserAction& action)
+{
+    Control& c = controlNamed(form, action.control);
+    if (!c.visible || !c.enabled)
+        throw ActionError(c.name + " is not available (hidden or disabled)");
+    switch (action.kind) {
+    case ActionKind::Type: typeInto(form, c, action.text, false); break;
+    case ActionKind::Enter: typeInto(form, c, action.text, true); break;
+    case ActionKind::Select: {
+        requireKind(c, ControlKind::ListBox, "a list");
+        const int index = listItem(c, action.text);
+        form.moveFocus(c.name);
+        form.runGuarded([&] { form.setListIndex(c, index); });
+        break;
+    }
+    case ActionKind::Click: clickOn(form, c); break;
+    case ActionKind::Check:
+    case ActionKind::Uncheck: {
+        requireKind(c, ControlKind::CheckBox, "a check box");
+        const bool want = action.kind == ActionKind::Check;
+        if (c.checked() != want)
+            clickOn(form, c);
+        break;
+    }
+    }
+}
+
+} // namespace qm

@@ -1,0 +1,12 @@
+#include "screen/event_table.h"
+
+#include "screen/quellmark_form.h"
+
+namespace qm {
+
+void registerFormHandlers(QuellmarkForm& form)
+{
+    registerViewHandlers(form);
+}
+
+} // namespace qm

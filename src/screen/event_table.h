@@ -1,0 +1,14 @@
+#pragma once
+// Wires the handlers of every subsystem to the events of the design screen.
+
+namespace qm {
+
+class QuellmarkForm;
+
+/// Registers every handler the design screen has.
+void registerFormHandlers(QuellmarkForm& form);
+
+/// Handlers of the value display and the value table (design cycle).
+void registerViewHandlers(QuellmarkForm& form);
+
+} // namespace qm

@@ -1,0 +1,3 @@
+// Placeholder until the standard component values land.
+namespace qm {
+} // namespace qm
