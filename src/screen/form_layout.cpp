@@ -152,6 +152,7 @@ void applyFormLayout(FormControls& f)
     captions(f);
     menus(f);
     chart(f);
+    applyToolTips(f);
 }
 
 } // namespace qm

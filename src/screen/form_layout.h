@@ -10,4 +10,7 @@ struct FormControls;
 /// first recalculation.
 void applyFormLayout(FormControls& form);
 
+/// The tool-tip of every control of the design screen.
+void applyToolTips(FormControls& form);
+
 } // namespace qm
