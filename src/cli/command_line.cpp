@@ -38,13 +38,14 @@ UserAction rowEntry(const std::string& option, const std::string& value, const c
 UserAction familyAction(const std::string& value)
 {
     static const std::map<std::string, std::string> kFamilies = {
-        {"butterworth", "0"},      {"bessel", "1"},           {"chebychev", "2"},
-        {"chebyshev", "2"},        {"linear-phase-0.05", "3"}, {"linear-phase-0.5", "4"},
-        {"gaussian", "5"},         {"gaussian-12db", "5"},    {"custom-q", "6"},
-        {"custom-fnq", "7"},       {"custom-fn-q", "7"}};
+        {"butterworth", "0"},       {"bessel", "1"},
+        {"chebychev", "2"},         {"chebyshev", "2"},
+        {"linear-phase-0.05", "3"}, {"linear-phase-0.5", "4"},
+        {"gaussian", "5"},          {"gaussian-12db", "5"},
+        {"custom-q", "6"},          {"custom-fnq", "7"},
+        {"custom-fn-q", "7"}};
     auto it = kFamilies.find(lower(value));
-    if (it != kFamilies.end())
-        return {ActionKind::Select, "TypeFilter", it->second};
+    if (it != kFamilies.end()) return {ActionKind::Select, "TypeFilter", it->second};
     if (value.size() == 1 && value[0] >= '0' && value[0] <= '7')
         return {ActionKind::Select, "TypeFilter", value};
     throw UsageError("unknown family '" + value + "' (see --help)");
@@ -54,86 +55,100 @@ UserAction choice(const std::string& option, const std::string& value,
                   const std::map<std::string, UserAction>& table)
 {
     auto it = table.find(lower(value));
-    if (it == table.end())
-        throw UsageError("unknown value '" + value + "' for " + option);
+    if (it == table.end()) throw UsageError("unknown value '" + value + "' for " + option);
     return it->second;
 }
 
 using Handler = std::function<void(CommandLine&, const std::string&)>;
 
-void addAction(CommandLine& cl, UserAction a) { cl.actions.push_back(std::move(a)); }
+void addAction(CommandLine& cl, UserAction a)
+{
+    cl.actions.push_back(std::move(a));
+}
 
 const std::map<std::string, Handler>& valueOptions()
 {
     static const std::map<std::string, Handler> kOptions = {
-        {"--type", [](CommandLine& cl, const std::string& v) {
+        {"--type",
+         [](CommandLine& cl, const std::string& v) {
              auto [n, t] = splitAssignment("--type", v);
              addAction(cl, {ActionKind::Type, n, t});
          }},
-        {"--enter", [](CommandLine& cl, const std::string& v) {
+        {"--enter",
+         [](CommandLine& cl, const std::string& v) {
              auto [n, t] = splitAssignment("--enter", v);
              addAction(cl, {ActionKind::Enter, n, t});
          }},
-        {"--select", [](CommandLine& cl, const std::string& v) {
+        {"--select",
+         [](CommandLine& cl, const std::string& v) {
              auto [n, t] = splitAssignment("--select", v);
              addAction(cl, {ActionKind::Select, n, t});
          }},
-        {"--click", [](CommandLine& cl, const std::string& v) {
+        {"--click",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Click, v, ""});
          }},
         {"--family", [](CommandLine& cl, const std::string& v) { addAction(cl, familyAction(v)); }},
-        {"--poles", [](CommandLine& cl, const std::string& v) {
+        {"--poles",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Enter, "Text18", v});
          }},
-        {"--ripple", [](CommandLine& cl, const std::string& v) {
+        {"--ripple",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Enter, "Text19", v});
          }},
-        {"--cutoff", [](CommandLine& cl, const std::string& v) {
+        {"--cutoff",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Enter, "Text34", v});
          }},
-        {"--seed", [](CommandLine& cl, const std::string& v) {
+        {"--seed",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Enter, "Text12", v});
          }},
-        {"--response", [](CommandLine& cl, const std::string& v) {
+        {"--response",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Enter, "RespF", v});
          }},
-        {"--circuit", [](CommandLine& cl, const std::string& v) {
+        {"--circuit",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, choice("--circuit", v,
                                   {{"mfb", {ActionKind::Click, "MFBtype", ""}},
                                    {"sallen-key", {ActionKind::Click, "SallenKey", ""}},
                                    {"sk", {ActionKind::Click, "SallenKey", ""}}}));
          }},
-        {"--passband", [](CommandLine& cl, const std::string& v) {
+        {"--passband",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, choice("--passband", v,
                                   {{"low", {ActionKind::Click, "LowPass", ""}},
                                    {"high", {ActionKind::Click, "High", ""}}}));
          }},
-        {"--view", [](CommandLine& cl, const std::string& v) {
+        {"--view",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, choice("--view", v,
                                   {{"values", {ActionKind::Click, "CompValue", ""}},
                                    {"sensitivities", {ActionKind::Click, "SensTrue", ""}}}));
          }},
-        {"--gain", [](CommandLine& cl, const std::string& v) {
-             addAction(cl, rowEntry("--gain", v, "GainTB"));
-         }},
-        {"--c1", [](CommandLine& cl, const std::string& v) {
-             addAction(cl, rowEntry("--c1", v, "C1Entry"));
-         }},
-        {"--c2", [](CommandLine& cl, const std::string& v) {
-             addAction(cl, rowEntry("--c2", v, "C2Entry"));
-         }},
-        {"--c1-real", [](CommandLine& cl, const std::string& v) {
+        {"--gain", [](CommandLine& cl,
+                      const std::string& v) { addAction(cl, rowEntry("--gain", v, "GainTB")); }},
+        {"--c1", [](CommandLine& cl,
+                    const std::string& v) { addAction(cl, rowEntry("--c1", v, "C1Entry")); }},
+        {"--c2", [](CommandLine& cl,
+                    const std::string& v) { addAction(cl, rowEntry("--c2", v, "C2Entry")); }},
+        {"--c1-real",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Enter, "C1RealEntry", v});
          }},
-        {"--resistors", [](CommandLine& cl, const std::string& v) {
+        {"--resistors",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Select, "ResistorList", v});
          }},
-        {"--capacitors", [](CommandLine& cl, const std::string& v) {
+        {"--capacitors",
+         [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Select, "CapacitorList", v});
          }},
-        {"--decimal-separator", [](CommandLine& cl, const std::string& v) {
-             if (v != "." && v != ",")
-                 throw UsageError("--decimal-separator takes '.' or ','");
+        {"--decimal-separator",
+         [](CommandLine& cl, const std::string& v) {
+             if (v != "." && v != ",") throw UsageError("--decimal-separator takes '.' or ','");
              cl.decimalSeparator = v[0];
          }},
         {"--show", [](CommandLine& cl, const std::string& v) { cl.only.push_back(v); }},
@@ -150,7 +165,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
         std::string option = args[i];
         std::string value;
         bool hasValue = false;
-        if (const auto eq = option.find('='); option.rfind("--", 0) == 0 && eq != std::string::npos) {
+        if (const auto eq = option.find('=');
+            option.rfind("--", 0) == 0 && eq != std::string::npos) {
             value = option.substr(eq + 1);
             option = option.substr(0, eq);
             hasValue = true;
@@ -165,8 +181,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             addAction(cl, {ActionKind::Uncheck, "FDAcircuit", ""});
         } else if (auto it = valueOptions().find(option); it != valueOptions().end()) {
             if (!hasValue) {
-                if (i + 1 >= args.size())
-                    throw UsageError(option + " needs a value");
+                if (i + 1 >= args.size()) throw UsageError(option + " needs a value");
                 value = args[++i];
             }
             it->second(cl, value);

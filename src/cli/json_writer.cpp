@@ -14,11 +14,21 @@ std::string jsonEscape(const std::string& text)
     for (char ch : text) {
         const auto c = static_cast<unsigned char>(ch);
         switch (ch) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
+        case '"':
+            out += "\\\"";
+            break;
+        case '\\':
+            out += "\\\\";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
         default:
             if (c < 0x20) {
                 char buf[8];
@@ -34,14 +44,16 @@ std::string jsonEscape(const std::string& text)
 
 namespace {
 
-const char* boolText(bool b) { return b ? "true" : "false"; }
+const char* boolText(bool b)
+{
+    return b ? "true" : "false";
+}
 
 void appendControl(std::string& out, const Control& c)
 {
     out += "\"" + jsonEscape(c.name) + "\": {\"text\": \"" + jsonEscape(c.text) +
            "\", \"visible\": " + boolText(c.visible) + ", \"enabled\": " + boolText(c.enabled);
-    if (c.kind == ControlKind::ListBox)
-        out += ", \"index\": " + std::to_string(c.listIndex);
+    if (c.kind == ControlKind::ListBox) out += ", \"index\": " + std::to_string(c.listIndex);
     if (c.kind == ControlKind::OptionButton || c.kind == ControlKind::CheckBox ||
         c.kind == ControlKind::Menu)
         out += ", \"value\": " + std::to_string(c.value);

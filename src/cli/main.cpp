@@ -17,8 +17,7 @@ std::string selectedControls(const qm::QuellmarkForm& form, const qm::CommandLin
     std::string out;
     for (const std::string& name : cl.only) {
         const qm::Control* c = form.find(name);
-        if (!c)
-            throw qm::ActionError("no control named '" + name + "'");
+        if (!c) throw qm::ActionError("no control named '" + name + "'");
         out += cl.json ? "\"" + qm::jsonEscape(c->text) + "\"\n" : c->text + "\n";
     }
     for (const qm::RecordedMessage& m : platform.messages)

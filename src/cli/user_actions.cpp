@@ -11,8 +11,7 @@ namespace {
 Control& controlNamed(QuellmarkForm& form, const std::string& name)
 {
     Control* c = form.find(name);
-    if (!c)
-        throw ActionError("no control named '" + name + "'");
+    if (!c) throw ActionError("no control named '" + name + "'");
     return *c;
 }
 
@@ -26,15 +25,13 @@ int listItem(const Control& list, const std::string& item)
         return static_cast<int>(index);
     }
     for (std::size_t i = 0; i < list.items.size(); ++i)
-        if (list.items[i] == item)
-            return static_cast<int>(i);
+        if (list.items[i] == item) return static_cast<int>(i);
     throw ActionError("list " + list.name + " has no item '" + item + "'");
 }
 
 void requireKind(const Control& c, ControlKind kind, const char* what)
 {
-    if (c.kind != kind)
-        throw ActionError(c.name + " is not " + what);
+    if (c.kind != kind) throw ActionError(c.name + " is not " + what);
 }
 
 void typeInto(QuellmarkForm& form, Control& c, const std::string& text, bool pressEnter)
@@ -83,8 +80,12 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
     if (!c.visible || !c.enabled)
         throw ActionError(c.name + " is not available (hidden or disabled)");
     switch (action.kind) {
-    case ActionKind::Type: typeInto(form, c, action.text, false); break;
-    case ActionKind::Enter: typeInto(form, c, action.text, true); break;
+    case ActionKind::Type:
+        typeInto(form, c, action.text, false);
+        break;
+    case ActionKind::Enter:
+        typeInto(form, c, action.text, true);
+        break;
     case ActionKind::Select: {
         requireKind(c, ControlKind::ListBox, "a list");
         const int index = listItem(c, action.text);
@@ -92,13 +93,14 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
         form.runGuarded([&] { form.setListIndex(c, index); });
         break;
     }
-    case ActionKind::Click: clickOn(form, c); break;
+    case ActionKind::Click:
+        clickOn(form, c);
+        break;
     case ActionKind::Check:
     case ActionKind::Uncheck: {
         requireKind(c, ControlKind::CheckBox, "a check box");
         const bool want = action.kind == ActionKind::Check;
-        if (c.checked() != want)
-            clickOn(form, c);
+        if (c.checked() != want) clickOn(form, c);
         break;
     }
     }

@@ -11,7 +11,7 @@ class QuellmarkForm;
 /// A request that names no control, or asks a control for what it can't do.
 class ActionError : public std::runtime_error
 {
-public:
+  public:
     using std::runtime_error::runtime_error;
 };
 

@@ -21,21 +21,19 @@ namespace {
 /// the run ends.
 class BusyScope
 {
-public:
+  public:
     explicit BusyScope(BusyPointer* p) : p_(p)
     {
-        if (p_)
-            p_->setBusy(true);
+        if (p_) p_->setBusy(true);
     }
     ~BusyScope()
     {
-        if (p_)
-            p_->setBusy(false);
+        if (p_) p_->setBusy(false);
     }
     BusyScope(const BusyScope&) = delete;
     BusyScope& operator=(const BusyScope&) = delete;
 
-private:
+  private:
     BusyPointer* p_;
 };
 
@@ -48,8 +46,7 @@ void setEntryState(Control& c, bool open)
 /// Steps 3 and 4: response frequency default, cleared result arrays, colours.
 void prepareRun(QuellmarkForm& f)
 {
-    if (f.respFreq == 0)
-        f.respFreq = 1000.0f;
+    if (f.respFreq == 0) f.respFreq = 1000.0f;
     for (int i = 0; i <= 5; ++i) {
         f.gainDBAtResp[i] = 0;
         f.phaseAtResp[i] = 0;
@@ -76,12 +73,10 @@ void readDesignEntries(QuellmarkForm& f)
     }
     std::string temp = f.Text19.text;
     f.Text19.text = CorrectD(temp, f.decSep);
-    if (!f.Text19.text.empty())
-        f.ripple = f32(strictNumber(f.Text19.text, f.decSep));
+    if (!f.Text19.text.empty()) f.ripple = f32(strictNumber(f.Text19.text, f.decSep));
     std::string entry = f.Text34.text;
     std::string number = EngEntry(entry, f.decSep);
-    if (!number.empty())
-        f.fc = f32(strictNumber(number, f.decSep));
+    if (!number.empty()) f.fc = f32(strictNumber(number, f.decSep));
     f.digits = 3;
     f.circuitType = f.SallenKey.selected() ? 1 : 0;
 }
@@ -92,8 +87,8 @@ void openSectionEntries(QuellmarkForm& f)
     const int m = f.sectionRows - f.realPoleCount;
     const bool highPass = f.InvCalc.value == 1;
     for (int i = 0; i <= 4; ++i) {
-        for (Control* c : {&f.DCgain[i], &f.GainF[i], &f.PhaseF[i], &f.GBPreq[i], &f.Qdisp[i],
-                           &f.FSFreq[i]})
+        for (Control* c :
+             {&f.DCgain[i], &f.GainF[i], &f.PhaseF[i], &f.GBPreq[i], &f.Qdisp[i], &f.FSFreq[i]})
             c->text.clear();
         if (i >= m) {
             setEntryState(f.C1Entry[i], false);
@@ -120,15 +115,13 @@ void readCapacitorEntries(QuellmarkForm& f)
         std::string number = EngEntry(entry, f.decSep);
         if (!f.C1Entry[e].text.empty()) {
             const double v = strictNumber(number, f.decSep);
-            if (v != 0)
-                f.C1[j] = f32(v);
+            if (v != 0) f.C1[j] = f32(v);
         }
         entry = f.C2Entry[e].text;
         number = EngEntry(entry, f.decSep);
         if (!f.C2Entry[e].text.empty()) {
             const double v = strictNumber(number, f.decSep);
-            if (v != 0)
-                f.C2[j] = f32(doubled ? 2 * v : v);
+            if (v != 0) f.C2[j] = f32(doubled ? 2 * v : v);
         }
     }
     if (f.n % 2 == 1) {
@@ -177,8 +170,7 @@ void readGainEntries(QuellmarkForm& f)
 /// Step 17.1: the R1 seed, reset before every section.
 void readSeed(QuellmarkForm& f)
 {
-    if (f.Text12.text.empty())
-        f.Text12.text = std::string("10") + f.decSep + "00 k";
+    if (f.Text12.text.empty()) f.Text12.text = std::string("10") + f.decSep + "00 k";
     f.R1Seed = engValue(f.Text12.text, f.decSep);
     f.Text12.text = Engsuffix(f.R1Seed, f.digits, "", f.decSep);
     f.ROne = f.R1Seed;
@@ -189,12 +181,9 @@ void readSeed(QuellmarkForm& f)
 void releaseClearedCapacitors(QuellmarkForm& f, int j)
 {
     const int e = f.sectionRows - j - f.realPoleCount;
-    if (e < 0)
-        return;
-    if (f.C1Entry[e].text.empty() && f.C2Changed[e] == 0)
-        f.C1[j] = 0;
-    if (f.C2Entry[e].text.empty() && f.C1Changed[e] == 0)
-        f.C2[j] = 0;
+    if (e < 0) return;
+    if (f.C1Entry[e].text.empty() && f.C2Changed[e] == 0) f.C1[j] = 0;
+    if (f.C2Entry[e].text.empty() && f.C1Changed[e] == 0) f.C2[j] = 0;
 }
 
 void runSection(QuellmarkForm& f, int j)

@@ -24,8 +24,7 @@ void writeFnQRows(QuellmarkForm& f)
     f.QProduct = 1.0f;
     for (int i = 0; i <= m; ++i) {
         const int k = i + f.realPoleCount;
-        if (k == 0)
-            continue;
+        if (k == 0) continue;
         const int q = f.sectionRows - k;
         // b0 and b1 are still normalised to a cutoff of 1 here.
         const double root = checkedSqrt(f.b0[k]);
@@ -45,8 +44,7 @@ void writeQtotal(QuellmarkForm& f)
 {
     f.Qtotal.visible = f.n > 1;
     f.Qtotal.text = Engsuffix(f.QProduct, f.digits + 2, "", f.decSep);
-    if (f.n % 2 == 1)
-        f.DCgain[0].text = std::string(" 1") + f.decSep + "0";
+    if (f.n % 2 == 1) f.DCgain[0].text = std::string(" 1") + f.decSep + "0";
 }
 
 namespace {
@@ -64,8 +62,7 @@ void chooseRealStage(QuellmarkForm& f)
     for (Control* c :
          {&f.FDA1p, &f.FDARealHP, &f.RealPole, &f.RealHP, &f.RealPlabel, &f.RealR, &f.RealC})
         c->visible = false;
-    if (f.n % 2 == 0)
-        return;
+    if (f.n % 2 == 0) return;
     f.RealPlabel.visible = true;
     f.RealR.visible = true;
     f.RealC.visible = true;
@@ -94,14 +91,12 @@ void sallenKeyRow(QuellmarkForm& f, int i, bool inUse, bool hp)
         for (Control* c : {&f.R1[i], &f.R2[i], &f.R3[i], &f.R4[i], &f.C1L[i], &f.C2L[i],
                            &f.SecLabel[i], &f.SK[i], &f.SKg1[i]})
             c->visible = false;
-        if (i > 0)
-            f.schLine[i - 1].visible = false;
+        if (i > 0) f.schLine[i - 1].visible = false;
         return;
     }
     for (Control* c : {&f.R1[i], &f.R2[i], &f.C1L[i], &f.C2L[i], &f.SecLabel[i]})
         c->visible = true;
-    if (i > 0)
-        f.schLine[i - 1].visible = true;
+    if (i > 0) f.schLine[i - 1].visible = true;
     const bool unity = f.gainEntry[i + 1] == 1.0f;
     f.R3[i].visible = !unity;
     f.R4[i].visible = !unity;
@@ -120,20 +115,19 @@ void multipleFeedbackRow(QuellmarkForm& f, int i, bool inUse, bool hp)
     f.SK[i].visible = false;
     f.SKg1[i].visible = false;
     if (!inUse) {
-        for (Control* c : {&f.R1[i], &f.R2[i], &f.R3[i], &f.C1L[i], &f.C2L[i], &f.MFBsch[i],
-                           &f.SecLabel[i]})
+        for (Control* c :
+             {&f.R1[i], &f.R2[i], &f.R3[i], &f.C1L[i], &f.C2L[i], &f.MFBsch[i], &f.SecLabel[i]})
             c->visible = false;
-        if (i > 0)
-            f.schLine[i - 1].visible = false;
+        if (i > 0) f.schLine[i - 1].visible = false;
         return;
     }
     for (Control* c : {&f.R1[i], &f.R2[i], &f.R3[i], &f.C1L[i], &f.C2L[i], &f.SecLabel[i]})
         c->visible = true;
     const bool fda = f.FDAcircuit.checked();
-    Control& picture = fda ? (hp ? f.FDAschHP[i] : f.FDAsch[i]) : (hp ? f.MFBschHP[i] : f.MFBsch[i]);
+    Control& picture =
+        fda ? (hp ? f.FDAschHP[i] : f.FDAsch[i]) : (hp ? f.MFBschHP[i] : f.MFBsch[i]);
     picture.visible = true;
-    if (i > 0)
-        f.schLine[i - 1].visible = true;
+    if (i > 0) f.schLine[i - 1].visible = true;
     const Control& base = f.MFBsch[i];
     placeLabel(f.R2[i], base, -170, 900);
     placeLabel(f.R3[i], base, 450, 550);

@@ -24,14 +24,16 @@ void Form_Load(QuellmarkForm& f)
 
 /// The default design file comes with the design files; until then the
 /// built-in design stands in for it.
-void OpenDefault(QuellmarkForm& f) { LoadNoDefaultFile(f); }
+void OpenDefault(QuellmarkForm& f)
+{
+    LoadNoDefaultFile(f);
+}
 
 } // namespace
 
 void Form_Initialize(QuellmarkForm& f)
 {
-    if (!f.formLoaded)
-        Form_Load(f);
+    if (!f.formLoaded) Form_Load(f);
     f.decSep = separatorOf(f);
     f.Text34.text = Engsuffix(1000.0f, 4, "", f.decSep);
     f.Text12.text = Engsuffix(10000.0f, 4, "", f.decSep);
@@ -40,8 +42,7 @@ void Form_Initialize(QuellmarkForm& f)
     f.lastPoles = static_cast<i16>(leadingNumber(f.Text18.text, f.decSep));
     f.designLoaded = 0;
     OpenDefault(f);
-    if (f.designLoaded != -1 && f.suppressUpdate == 0)
-        updatescreen(f);
+    if (f.designLoaded != -1 && f.suppressUpdate == 0) updatescreen(f);
 }
 
 void LoadNoDefaultFile(QuellmarkForm& f)

@@ -15,19 +15,23 @@ void showValueDisplay(QuellmarkForm& f, i16 mode, i16 key)
 {
     f.viewMode = mode;
     f.promptKey = key;
-    if (f.suppressUpdate == 0)
-        updatescreen(f);
+    if (f.suppressUpdate == 0) updatescreen(f);
 }
 
-void SensTrue_Click(QuellmarkForm& f, int, const EventArgs&) { showValueDisplay(f, 2, 205); }
-void CompValue_Click(QuellmarkForm& f, int, const EventArgs&) { showValueDisplay(f, 0, 203); }
+void SensTrue_Click(QuellmarkForm& f, int, const EventArgs&)
+{
+    showValueDisplay(f, 2, 205);
+}
+void CompValue_Click(QuellmarkForm& f, int, const EventArgs&)
+{
+    showValueDisplay(f, 0, 203);
+}
 
 void ShowValuesTable_Click(QuellmarkForm& f, int, const EventArgs&)
 {
     f.ShowValuesTable.value = f.ShowValuesTable.value == kSelected ? 0 : kSelected;
     f.Form.height = f.ShowValuesTable.value == kSelected ? kTableHeight : kNormalHeight;
-    if (f.suppressUpdate == 0)
-        updatescreen(f);
+    if (f.suppressUpdate == 0) updatescreen(f);
 }
 
 } // namespace

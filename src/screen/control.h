@@ -23,7 +23,10 @@ constexpr Color kButtonFace = 0x8000000F;
 constexpr Color kWindowColor = 0x80000005;
 /// The main screen's own back colour.
 constexpr Color kFormColor = 0x8000000E;
-constexpr bool isSystemColor(Color c) { return (c & 0x80000000u) != 0; }
+constexpr bool isSystemColor(Color c)
+{
+    return (c & 0x80000000u) != 0;
+}
 
 enum class ControlKind {
     Label,
@@ -60,7 +63,7 @@ struct Control
     int width = 0;
     int height = 0;
     int x1 = 0, y1 = 0, x2 = 0, y2 = 0; ///< ends of a line
-    int value = 0; ///< check box 1/0, option button and menu tick -1/0
+    int value = 0;                      ///< check box 1/0, option button and menu tick -1/0
     int listIndex = -1;
     std::vector<std::string> items;
     std::string toolTip;
@@ -70,9 +73,9 @@ struct Control
     bool multiLine = false;
     int fontSize = 0; ///< points; 0 is the window's font
     bool bold = false;
-    int alignment = 0;   ///< 0 left, 1 right, 2 centre
-    int tabIndex = -1;   ///< place in the tab order, -1 for none
-    std::string menu;    ///< for a menu entry: the name of its menu
+    int alignment = 0;       ///< 0 left, 1 right, 2 centre
+    int tabIndex = -1;       ///< place in the tab order, -1 for none
+    std::string menu;        ///< for a menu entry: the name of its menu
     std::string accelerator; ///< for a menu entry, "Ctrl+O"
     int helpContext = 0;
 

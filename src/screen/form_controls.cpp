@@ -36,23 +36,40 @@ void FormControls::registerAll()
 {
     using K = ControlKind;
     registerControl(Form, "Form", K::Shape);
-    for (auto [c, name] : {std::pair{&Text18, "Text18"}, {&Text19, "Text19"}, {&Text34, "Text34"},
-                           {&Text12, "Text12"}, {&RespF, "RespF"}, {&C1RealEntry, "C1RealEntry"},
-                           {&Qtotal, "Qtotal"}, {&TopAmp, "TopAmp"}, {&BotAmp, "BotAmp"},
-                           {&Text41, "Text41"}, {&Text42, "Text42"}, {&Text43, "Text43"},
-                           {&Text44, "Text44"}, {&Text45, "Text45"}})
+    for (auto [c, name] : {std::pair{&Text18, "Text18"},
+                           {&Text19, "Text19"},
+                           {&Text34, "Text34"},
+                           {&Text12, "Text12"},
+                           {&RespF, "RespF"},
+                           {&C1RealEntry, "C1RealEntry"},
+                           {&Qtotal, "Qtotal"},
+                           {&TopAmp, "TopAmp"},
+                           {&BotAmp, "BotAmp"},
+                           {&Text41, "Text41"},
+                           {&Text42, "Text42"},
+                           {&Text43, "Text43"},
+                           {&Text44, "Text44"},
+                           {&Text45, "Text45"}})
         registerControl(*c, name, K::TextBox);
-    for (auto [c, name] : {std::pair{&TypeFilter, "TypeFilter"}, {&ResistorList, "ResistorList"},
+    for (auto [c, name] : {std::pair{&TypeFilter, "TypeFilter"},
+                           {&ResistorList, "ResistorList"},
                            {&CapacitorList, "CapacitorList"}})
         registerControl(*c, name, K::ListBox);
     registerControl(FDAcircuit, "FDAcircuit", K::CheckBox);
     registerControl(InvCalc, "InvCalc", K::CheckBox);
-    for (auto [c, name] : {std::pair{&MFBtype, "MFBtype"}, {&SallenKey, "SallenKey"},
-                           {&LowPass, "LowPass"}, {&High, "High"}, {&CompValue, "CompValue"},
+    for (auto [c, name] : {std::pair{&MFBtype, "MFBtype"},
+                           {&SallenKey, "SallenKey"},
+                           {&LowPass, "LowPass"},
+                           {&High, "High"},
+                           {&CompValue, "CompValue"},
                            {&SensTrue, "SensTrue"}})
         registerControl(*c, name, K::OptionButton);
-    for (auto [c, name] : {std::pair{&Frame5, "Frame5"}, {&Frame1, "Frame1"}, {&Frame2, "Frame2"},
-                           {&Frame3, "Frame3"}, {&Frame4, "Frame4"}, {&Frame6, "Frame6"},
+    for (auto [c, name] : {std::pair{&Frame5, "Frame5"},
+                           {&Frame1, "Frame1"},
+                           {&Frame2, "Frame2"},
+                           {&Frame3, "Frame3"},
+                           {&Frame4, "Frame4"},
+                           {&Frame6, "Frame6"},
                            {&Frame7, "Frame7"}})
         registerControl(*c, name, K::Frame);
     registerControl(ShowPartList, "ShowPartList", K::Button);
@@ -69,14 +86,29 @@ void FormControls::registerAll()
     registerArray(FSFreq, "FSFreq", K::Label);
     registerArray(Qdisp, "Qdisp", K::Label);
     registerArray(GBPreq, "GBPreq", K::Label);
-    for (auto [c, name] :
-         {std::pair{&Label1, "Label1"}, {&Label2, "Label2"}, {&Label3, "Label3"},
-          {&Label4, "Label4"}, {&Label5, "Label5"}, {&Label6, "Label6"}, {&Label7, "Label7"},
-          {&Label8, "Label8"}, {&Label9, "Label9"}, {&Label13, "Label13"}, {&Label17, "Label17"},
-          {&Label18, "Label18"}, {&Label21, "Label21"}, {&Label25, "Label25"},
-          {&Label28, "Label28"}, {&Label32, "Label32"}, {&Label35, "Label35"},
-          {&Label40, "Label40"}, {&Label43, "Label43"}, {&Prompt, "Prompt"}, {&RealR, "RealR"},
-          {&RealC, "RealC"}, {&RealPlabel, "RealPlabel"}})
+    for (auto [c, name] : {std::pair{&Label1, "Label1"},
+                           {&Label2, "Label2"},
+                           {&Label3, "Label3"},
+                           {&Label4, "Label4"},
+                           {&Label5, "Label5"},
+                           {&Label6, "Label6"},
+                           {&Label7, "Label7"},
+                           {&Label8, "Label8"},
+                           {&Label9, "Label9"},
+                           {&Label13, "Label13"},
+                           {&Label17, "Label17"},
+                           {&Label18, "Label18"},
+                           {&Label21, "Label21"},
+                           {&Label25, "Label25"},
+                           {&Label28, "Label28"},
+                           {&Label32, "Label32"},
+                           {&Label35, "Label35"},
+                           {&Label40, "Label40"},
+                           {&Label43, "Label43"},
+                           {&Prompt, "Prompt"},
+                           {&RealR, "RealR"},
+                           {&RealC, "RealC"},
+                           {&RealPlabel, "RealPlabel"}})
         registerControl(*c, name, K::Label);
 
     registerArray(R1, "R1", K::Label);
@@ -94,8 +126,10 @@ void FormControls::registerAll()
     registerArray(SKhp, "SKhp", K::Picture);
     registerArray(SKg1, "SKg1", K::Picture);
     registerArray(SKg1HP, "SKg1HP", K::Picture);
-    for (auto [c, name] : {std::pair{&RealPole, "RealPole"}, {&RealHP, "RealHP"},
-                           {&FDA1p, "FDA1p"}, {&FDARealHP, "FDARealHP"}})
+    for (auto [c, name] : {std::pair{&RealPole, "RealPole"},
+                           {&RealHP, "RealHP"},
+                           {&FDA1p, "FDA1p"},
+                           {&FDARealHP, "FDARealHP"}})
         registerControl(*c, name, K::Picture);
     registerArray(schLine, "schLine", K::Line);
     registerControl(Line2, "Line2", K::Line);

@@ -60,8 +60,8 @@ struct FormControls
     Controls<4> Gfreq;
 
     // Menus.
-    Control mnuFile, mnuFileNew, mnuFileBar0, mnuFileOpen, mnuFileSave, mnuFileSaveAs,
-        mnuFileBar1, SaveChartData, MenuFileBar2, Print, mnuFileBar2, Exitmnu;
+    Control mnuFile, mnuFileNew, mnuFileBar0, mnuFileOpen, mnuFileSave, mnuFileSaveAs, mnuFileBar1,
+        SaveChartData, MenuFileBar2, Print, mnuFileBar2, Exitmnu;
     Control optionmnu, SADmnu;
     Control viewmnu, ShowGDTrace, ShowPhaseTrace, ShowGainTrace, ShowValuesTable;
     Control Helpmnu, HelpCont, FormLoad, NewScreen;
@@ -77,7 +77,7 @@ struct FormControls
     /// All controls in the order they were registered.
     const std::vector<Control*>& all() const { return registry_; }
 
-private:
+  private:
     void registerControl(Control& c, std::string_view name, ControlKind kind);
     template <std::size_t N>
     void registerArray(Controls<N>& a, std::string_view base, ControlKind kind);

@@ -14,7 +14,7 @@ enum class MessageAnswer { Ok, Yes, No };
 
 class MessageBoxes
 {
-public:
+  public:
     virtual ~MessageBoxes() = default;
     virtual MessageAnswer showMessage(const std::string& text, const std::string& title,
                                       MessageButtons buttons, MessageIcon icon) = 0;
@@ -23,7 +23,7 @@ public:
 /// The mouse pointer: busy during a recalculation or a load.
 class BusyPointer
 {
-public:
+  public:
     virtual ~BusyPointer() = default;
     virtual void setBusy(bool busy) = 0;
 };
@@ -32,7 +32,7 @@ public:
 /// window's background. Coordinates are twips from the surface's corner.
 class DrawingSurface
 {
-public:
+  public:
     virtual ~DrawingSurface() = default;
     virtual void clear() = 0;
     virtual void line(float x1, float y1, float x2, float y2, Color color) = 0;

@@ -35,7 +35,7 @@ using FormHandler = std::function<void(QuellmarkForm&, int index, const EventArg
 
 class QuellmarkForm : public FormControls, public DesignRecord
 {
-public:
+  public:
     explicit QuellmarkForm(PlatformServices services);
 
     PlatformServices platform;
@@ -80,7 +80,7 @@ public:
     /// a failure goes on to the caller.
     void fire(Control& c, FormEvent event, const EventArgs& args = {});
 
-private:
+  private:
     std::unordered_map<std::string, FormHandler> handlers_;
     std::string focused_;
 };

@@ -12,10 +12,8 @@ MessageAnswer RecordingPlatform::showMessage(const std::string& text, const std:
                                              MessageButtons buttons, MessageIcon icon)
 {
     messages.push_back({text, title, buttons, icon});
-    if (buttons == MessageButtons::Ok)
-        return MessageAnswer::Ok;
-    if (answers.empty())
-        return MessageAnswer::Yes;
+    if (buttons == MessageButtons::Ok) return MessageAnswer::Ok;
+    if (answers.empty()) return MessageAnswer::Yes;
     MessageAnswer a = answers.front();
     answers.pop_front();
     return a;
@@ -24,8 +22,7 @@ MessageAnswer RecordingPlatform::showMessage(const std::string& text, const std:
 void RecordingPlatform::setBusy(bool b)
 {
     busy = b;
-    if (b)
-        ++busyCount;
+    if (b) ++busyCount;
 }
 
 PlatformServices RecordingPlatform::services()

@@ -25,7 +25,7 @@ struct RecordedLine
 
 class RecordingSurface : public DrawingSurface
 {
-public:
+  public:
     void clear() override
     {
         lines.clear();
@@ -42,7 +42,7 @@ public:
 
 class RecordingPlatform : public MessageBoxes, public BusyPointer
 {
-public:
+  public:
     RecordingPlatform();
 
     MessageAnswer showMessage(const std::string& text, const std::string& title,
