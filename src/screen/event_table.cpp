@@ -7,6 +7,8 @@ namespace qm {
 void registerFormHandlers(QuellmarkForm& form)
 {
     registerViewHandlers(form);
+    registerDesignEntryHandlers(form);
+    registerSectionEntryHandlers(form);
 }
 
 } // namespace qm

@@ -11,4 +11,11 @@ void registerFormHandlers(QuellmarkForm& form);
 /// Handlers of the value display and the value table (design cycle).
 void registerViewHandlers(QuellmarkForm& form);
 
+/// Design-level entries, family, circuit, passband and series selections,
+/// frames and the form itself.
+void registerDesignEntryHandlers(QuellmarkForm& form);
+
+/// Capacitor, gain, Fn, Q and total Q entries of the sections.
+void registerSectionEntryHandlers(QuellmarkForm& form);
+
 } // namespace qm
