@@ -2,43 +2,300 @@
 
 #include "numbers/float_store.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <locale>
 #include <string>
+#include <system_error>
+
+// Nothing here reads or sets the process locale: the separator is always the
+// one passed in, and conversions go through <charconv>, which is locale-free.
 
 namespace qm {
 
-// Placeholders until the conversions land.
-double strictNumber(std::string_view text, char /*decSep*/)
+namespace {
+
+constexpr int generalDigitsFloat = 7;
+constexpr int generalDigitsDouble = 15;
+
+bool isDigit(char c)
 {
-    std::string s(text);
-    char* end = nullptr;
-    double v = std::strtod(s.c_str(), &end);
-    if (s.empty() || *end != '\0')
-        throw CalcFailure("not a number");
-    return v;
+    return c >= '0' && c <= '9';
+}
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
 }
 
-double leadingNumber(std::string_view text, char /*decSep*/)
+std::size_t skipBlanks(std::string_view text, std::size_t pos)
 {
-    std::string s(text);
-    return std::strtod(s.c_str(), nullptr);
+    while (pos < text.size() && isBlank(text[pos]))
+        ++pos;
+    return pos;
 }
 
-std::string generalText(float x, char decSep) { return generalText(static_cast<double>(x), decSep); }
+// The longest leading number of `text` from `pos`: sign, digits with at most
+// one decSep, and an exponent only when it has digits. `plain` receives it
+// with '.' as separator and without a '+', the form that <charconv> reads.
+struct NumberScan
+{
+    std::size_t end = 0; // one past the last character taken; 0 when none
+    std::string plain;
+    std::size_t mantissaLen = 0; // length of `plain` before its exponent
+    long exponent = 0;
+};
 
-std::string generalText(double x, char /*decSep*/)
+std::size_t scanDigits(std::string_view text, std::size_t pos, std::string& out)
+{
+    while (pos < text.size() && isDigit(text[pos]))
+        out += text[pos++];
+    return pos;
+}
+
+std::size_t scanExponent(std::string_view text, std::size_t pos, NumberScan& scan)
+{
+    constexpr long exponentCap = 100000; // far beyond any double, yet no overflow
+    if (pos >= text.size() || (text[pos] != 'E' && text[pos] != 'e')) return pos;
+    std::size_t p = pos + 1;
+    bool negative = false;
+    if (p < text.size() && (text[p] == '+' || text[p] == '-')) negative = text[p++] == '-';
+    std::string digits;
+    p = scanDigits(text, p, digits);
+    if (digits.empty()) return pos; // "1E" is the number 1 followed by a letter
+    for (const char c : digits)
+        scan.exponent = std::min(scan.exponent * 10 + (c - '0'), exponentCap);
+    if (negative) scan.exponent = -scan.exponent;
+    scan.plain += (negative ? "e-" : "e") + digits;
+    return p;
+}
+
+NumberScan scanNumber(std::string_view text, std::size_t pos, char decSep)
+{
+    NumberScan scan;
+    if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
+        if (text[pos] == '-') scan.plain += '-';
+        ++pos;
+    }
+    const std::size_t intStart = pos;
+    pos = scanDigits(text, pos, scan.plain);
+    bool digits = pos > intStart;
+    if (pos < text.size() && text[pos] == decSep) {
+        scan.plain += '.';
+        const std::size_t fracStart = pos + 1;
+        pos = scanDigits(text, fracStart, scan.plain);
+        digits = digits || pos > fracStart;
+    }
+    if (!digits) return NumberScan{};
+    scan.mantissaLen = scan.plain.size();
+    scan.end = scanExponent(text, pos, scan);
+    return scan;
+}
+
+double fromChars(std::string_view plain, std::errc& ec)
+{
+    double value = 0;
+    const auto res = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+    ec = res.ec;
+    if (ec == std::errc() && res.ptr != plain.data() + plain.size())
+        ec = std::errc::invalid_argument;
+    return value;
+}
+
+// Power of ten of the first significant digit of a plain mantissa: 3 for
+// "1234.5", -2 for "0.012". Zero digits only give a very low power.
+long leadingPower(std::string_view mantissa)
+{
+    const std::size_t first = mantissa.find_first_of("123456789");
+    if (first == std::string_view::npos) return std::numeric_limits<long>::min() / 2;
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const auto distance = static_cast<long>(point) - static_cast<long>(first);
+    return first < point ? distance - 1 : distance;
+}
+
+// Converts a scanned number. A value beyond the 64-bit range is an overflow;
+// one below its smallest step is zero.
+double convertScan(const NumberScan& scan)
+{
+    std::errc ec{};
+    const double value = fromChars(scan.plain, ec);
+    if (ec == std::errc()) return value;
+    if (ec != std::errc::result_out_of_range) throw CalcFailure("not a number");
+    const std::string_view mantissa = std::string_view(scan.plain).substr(0, scan.mantissaLen);
+    if (leadingPower(mantissa) + scan.exponent > 0) throw CalcFailure("overflow");
+    return 0.0;
+}
+
+// Digits and exponent of |x| to `precision` significant digits, rounded to
+// nearest by <charconv>: "1.234e+03" gives digits "1234", exponent 3.
+struct Decimal
+{
+    std::string digits;
+    int exponent = 0;
+};
+
+Decimal decimalOf(double x, int precision)
 {
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.7G", x);
-    return buf;
+    const auto res = std::to_chars(buf, buf + sizeof buf, std::fabs(x),
+                                   std::chars_format::scientific, precision - 1);
+    const std::string text(buf, res.ptr);
+    const std::size_t ePos = text.find('e');
+    Decimal d;
+    for (std::size_t i = 0; i < ePos; ++i)
+        if (isDigit(text[i])) d.digits += text[i];
+    d.exponent = std::stoi(text.substr(ePos + 1));
+    return d;
 }
 
-std::string formatPattern(double x, std::string_view /*pattern*/, char decSep)
+std::string withSeparator(std::string text, char decSep)
 {
-    return generalText(x, decSep);
+    for (char& c : text)
+        if (c == '.') c = decSep;
+    return text;
 }
 
-char localeDecimalSeparator() { return '.'; }
+std::string generalTextDigits(double x, int precision, char decSep)
+{
+    if (std::isnan(x)) return "NaN";
+    if (std::isinf(x)) return x > 0 ? "Inf" : "-Inf";
+    if (x == 0) return "0"; // also for -0: a zero is shown without a sign
+    char buf[64];
+    const auto res = std::to_chars(buf, buf + sizeof buf, x, std::chars_format::general, precision);
+    std::string text(buf, res.ptr);
+    for (char& c : text)
+        if (c == 'e') c = 'E';
+    return withSeparator(text, decSep);
+}
+
+} // namespace
+
+double strictNumber(std::string_view text, char decSep)
+{
+    const std::size_t start = skipBlanks(text, 0);
+    const NumberScan scan = scanNumber(text, start, decSep);
+    if (scan.end == 0 || skipBlanks(text, scan.end) != text.size())
+        throw CalcFailure("not a number");
+    return convertScan(scan);
+}
+
+double leadingNumber(std::string_view text, char decSep)
+{
+    const NumberScan scan = scanNumber(text, skipBlanks(text, 0), decSep);
+    if (scan.end == 0) return 0.0;
+    try {
+        return convertScan(scan);
+    } catch (const CalcFailure&) {
+        // Never fails: a number beyond range reads as the largest there is.
+        const double huge = std::numeric_limits<double>::infinity();
+        return scan.plain[0] == '-' ? -huge : huge;
+    }
+}
+
+std::string generalText(float x, char decSep)
+{
+    return generalTextDigits(d64(x), generalDigitsFloat, decSep);
+}
+
+std::string generalText(double x, char decSep)
+{
+    return generalTextDigits(x, generalDigitsDouble, decSep);
+}
+
+namespace {
+
+// A digit pattern split at its separator: forced and optional digits on each
+// side. "#0.0##" has one forced integer digit, one forced and two optional
+// decimals.
+struct Pattern
+{
+    int intForced = 0;
+    int fracForced = 0;
+    int fracTotal = 0;
+};
+
+Pattern parsePattern(std::string_view pattern)
+{
+    Pattern p;
+    const std::size_t point = pattern.find('.');
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        const bool fraction = point != std::string_view::npos && i > point;
+        if (fraction && (pattern[i] == '0' || pattern[i] == '#')) ++p.fracTotal;
+        if (pattern[i] == '0') ++(fraction ? p.fracForced : p.intForced);
+    }
+    return p;
+}
+
+// Rounds a decimal half away from zero to `places` decimals and returns the
+// digits of the result with the separator position counted from the left:
+// the value is digits[0 .. intLen) "." digits[intLen ..).
+std::string roundDecimal(const Decimal& d, int places, int& intLen)
+{
+    // Fixed-point digits: prepend zeros so that at least one integer digit
+    // exists, append zeros so that `places` decimals exist.
+    std::string digits = d.digits;
+    intLen = d.exponent + 1;
+    if (intLen < 1) {
+        digits.insert(0, static_cast<std::size_t>(1 - intLen), '0');
+        intLen = 1;
+    }
+    const auto wanted = static_cast<std::size_t>(intLen + places);
+    if (digits.size() < wanted) digits.append(wanted - digits.size(), '0');
+    const bool roundUp = digits.size() > wanted && digits[wanted] >= '5';
+    digits.resize(wanted);
+    if (roundUp) {
+        std::size_t i = wanted;
+        while (i > 0 && digits[i - 1] == '9')
+            digits[--i] = '0';
+        if (i == 0) {
+            digits.insert(0, 1, '1');
+            ++intLen;
+        } else {
+            ++digits[i - 1];
+        }
+    }
+    return digits;
+}
+
+} // namespace
+
+std::string formatPattern(double x, std::string_view pattern, char decSep)
+{
+    if (!std::isfinite(x)) return generalText(x, decSep);
+    const Pattern p = parsePattern(pattern);
+    // Rounding works on the value's fifteen-digit decimal form, so that 1.005
+    // rounds as the 1.005 it was written as, not as its binary neighbour.
+    int intLen = 0;
+    const std::string digits = roundDecimal(decimalOf(x, generalDigitsDouble), p.fracTotal, intLen);
+    std::string intPart = digits.substr(0, static_cast<std::size_t>(intLen));
+    std::string fracPart = digits.substr(static_cast<std::size_t>(intLen));
+    const std::size_t firstNonZero = intPart.find_first_not_of('0');
+    intPart.erase(0, std::min(firstNonZero, intPart.size()));
+    if (intPart.size() < static_cast<std::size_t>(p.intForced))
+        intPart.insert(0, static_cast<std::size_t>(p.intForced) - intPart.size(), '0');
+    while (fracPart.size() > static_cast<std::size_t>(p.fracForced) && fracPart.back() == '0')
+        fracPart.pop_back();
+    const bool zero = digits.find_first_not_of('0') == std::string::npos;
+    std::string text = (x < 0 && !zero) ? "-" : "";
+    text += intPart;
+    if (!fracPart.empty()) text += decSep + fracPart;
+    return text.empty() ? "0" : text;
+}
+
+char localeDecimalSeparator()
+{
+    try {
+        const std::locale user("");
+        const char sep = std::use_facet<std::numpunct<char>>(user).decimal_point();
+        // Only a separator that a designer can type and that is no part of a
+        // number itself is usable; anything else falls back to the point.
+        if (sep == '.' || sep == ',') return sep;
+    } catch (const std::exception&) {
+        // A locale the runtime can't build: keep the point.
+    }
+    return '.';
+}
 
 } // namespace qm
