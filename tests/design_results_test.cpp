@@ -1,0 +1,591 @@
+// What the recalculation writes for the designer: row letters, the response
+// at the chosen frequency, the value table in both view modes, the schematic
+// labels, the totals and the description line.
+#include "design/result_texts.h"
+#include "design/section_analysis.h"
+#include "design/sensitivity_table.h"
+#include "design/table_lines.h"
+#include "design/value_labels.h"
+#include "numbers/float_store.h"
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+#include "support/compare.h"
+
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+using qm::Part;
+
+/// A design screen without a window, with a plan of sections set by hand.
+struct Bench
+{
+    qm::RecordingPlatform platform;
+    qm::QuellmarkForm f{platform.services()};
+
+    Bench(int poles, bool sallenKey, bool highPass, bool fda = false)
+    {
+        f.n = static_cast<qm::i16>(poles);
+        f.realPoleCount = static_cast<qm::i16>(poles % 2);
+        f.realPoleFlag = static_cast<qm::i16>(-(poles % 2));
+        f.sectionRows = static_cast<qm::i16>((poles + 1) / 2);
+        f.circuitType = sallenKey ? 1 : 0;
+        f.InvCalc.value = highPass ? 1 : 0;
+        f.FDAcircuit.value = fda ? 1 : 0;
+        f.fc = 1000.0f;
+        f.digits = 3;
+        f.decSep = '.';
+        f.RespF.text.clear(); // the response frequency is set through respFreq
+    }
+
+    /// The components that every table case shares.
+    void parts(int j, float r3 = 4700.0f, float r4 = 47000.0f, float c2 = 2.2e-9f)
+    {
+        f.ROne = 10000.0f;
+        f.RTwo = 20000.0f;
+        f.RThree = r3;
+        f.RFour = r4;
+        f.C1[static_cast<std::size_t>(j)] = 1e-8f;
+        f.C2[static_cast<std::size_t>(j)] = c2;
+        built(j);
+    }
+
+    /// A real stage: R1 and C1 only.
+    void realParts(int j)
+    {
+        f.ROne = 10000.0f;
+        f.RTwo = f.RThree = f.RFour = 0;
+        f.C1[static_cast<std::size_t>(j)] = 1e-8f;
+        f.C2[static_cast<std::size_t>(j)] = 0;
+        built(j);
+    }
+
+    /// The section's coefficients as its components realise them, which is
+    /// what the component pass leaves before the texts are written.
+    void built(int j)
+    {
+        const auto k = static_cast<std::size_t>(j);
+        f.sectionNum = static_cast<qm::i16>(j);
+        if (f.circuitType == 1)
+            qm::SallenAnalyse(f, f.ROne, f.RTwo, f.RThree, f.RFour, f.C1[k], f.C2[k], f.sectionGain,
+                              f.b0[k], f.b1[k]);
+        else
+            qm::MFBAnalyse(f, f.ROne, f.RTwo, f.RThree, f.C1[k], f.C2[k], f.b0[k], f.b1[k]);
+    }
+};
+
+constexpr double kTwoPi = 2 * qm::Pi;
+
+// --- Row letters and the response row ---------------------------------------
+
+struct RowLetterCase
+{
+    int poles;
+    std::array<bool, 5> schematicShown;
+    std::array<const char*, 5> letters;
+    std::array<bool, 5> rowShown;
+};
+
+TEST(ResultRows, LettersFollowRealStageAndSchematics)
+{
+    const std::vector<RowLetterCase> cases{
+        {5,
+         {true, true, false, false, false},
+         {"Real ", "A ", "B ", "C ", "D "},
+         {true, true, true, false, false}},
+        {4,
+         {true, true, false, false, false},
+         {"A ", "B ", "C ", "D ", "E "},
+         {true, true, false, false, false}},
+        {1,
+         {false, false, false, false, false},
+         {"Real ", "A ", "B ", "C ", "D "},
+         {true, false, false, false, false}},
+        {10,
+         {true, true, true, true, true},
+         {"A ", "B ", "C ", "D ", "E "},
+         {true, true, true, true, true}},
+    };
+    for (const RowLetterCase& c : cases) {
+        Bench b(c.poles, false, false);
+        for (std::size_t i = 0; i < 5; ++i)
+            b.f.SecLabel[i].visible = c.schematicShown[i];
+        b.f.b0[1] = 6283.185f;
+        b.f.b1[1] = c.poles % 2 == 1 && b.f.sectionRows == 1 ? 0.0f : 8885.8f;
+        b.f.stageGain[1] = 1.0f;
+        b.f.respFreq = 1000.0f;
+        qm::responseRow(b.f, 1);
+        const std::array<qm::Control*, 5> rows{&b.f.Label2, &b.f.Label3, &b.f.Label4, &b.f.Label5,
+                                               &b.f.Label6};
+        for (std::size_t i = 0; i < 5; ++i) {
+            EXPECT_EQ(rows[i]->text, c.letters[i]) << "n = " << c.poles << ", row " << i;
+            EXPECT_EQ(rows[i]->visible, c.rowShown[i]) << "n = " << c.poles << ", row " << i;
+        }
+    }
+}
+
+TEST(ResultRows, ResponseCaptionReadsTheEntryOrKeepsTheLastFrequency)
+{
+    Bench b(1, false, false);
+    b.f.b0[1] = 6283.185f;
+    b.f.stageGain[1] = 1.0f;
+    b.f.respFreq = 10000.0f;
+    b.f.RespF.text = "";
+    qm::responseRow(b.f, 1);
+    EXPECT_EQ(b.f.Label35.text, "Response at 10.0 k Hz.");
+    b.f.RespF.text = "2.5k";
+    qm::responseRow(b.f, 1);
+    EXPECT_EQ(b.f.Label35.text, "Response at 2.50 k Hz.");
+    EXPECT_FLOAT_EQ(b.f.respFreq, 2500.0f);
+}
+
+struct ResponseCase
+{
+    const char* name;
+    int poles;
+    bool highPass;
+    float respFreq;
+    float stageGain;
+    const char* gainText;
+    const char* phaseText;
+    double mappedHz;
+    char decSep;
+};
+
+TEST(ResultRows, SectionGainAndPhaseAtTheResponseFrequency)
+{
+    // A real pole at 1 kHz, and a pair of Fn 1 kHz and Q 1 seen at twice its
+    // Fn: 1/sqrt(13), that is -11.14 dB, and a phase of -146.3 degrees.
+    const std::vector<ResponseCase> cases{
+        {"real pole", 1, false, 1000.0f, 1.0f, "-3.01 dB", "-45.0\xC2\xBA", 1000, '.'},
+        {"real pole high-pass", 1, true, 1000.0f, 1.0f, "-3.01 dB", "45.0\xC2\xBA", 1000, '.'},
+        {"pair, gain 2", 2, false, 2000.0f, 2.0f, "-5.12 dB", "-146.3\xC2\xBA", 2000, '.'},
+        {"pair high-pass", 2, true, 500.0f, 2.0f, "-5.12 dB", "146.3\xC2\xBA", 2000, '.'},
+        {"comma locale", 2, false, 2000.0f, 1.0f, "-11,14 dB", "-146,3\xC2\xBA", 2000, ','},
+    };
+    for (const ResponseCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        Bench b(c.poles, false, c.highPass);
+        b.f.decSep = c.decSep;
+        const double w0 = kTwoPi * 1000;
+        b.f.b0[1] = qm::f32(c.poles == 1 ? w0 : w0 * w0);
+        b.f.b1[1] = c.poles == 1 ? 0.0f : qm::f32(w0);
+        b.f.stageGain[1] = c.stageGain;
+        b.f.respFreq = c.respFreq;
+        qm::responseRow(b.f, 1);
+        EXPECT_EQ(b.f.GainF[0].text, c.gainText);
+        EXPECT_EQ(b.f.PhaseF[0].text, c.phaseText);
+        EXPECT_NEAR_REL(b.f.respFreqMapped, c.mappedHz, 1e-6);
+        const double phase = std::fabs(static_cast<double>(b.f.phaseAtResp[0]));
+        EXPECT_NEAR_REL(phase, c.poles == 1 ? 45.0 : 146.31, 1e-3);
+    }
+}
+
+TEST(ResultRows, ResultRowOfRealStageAndSectionsByResultIndex)
+{
+    // n = 3: the real stage j = 2 is row 0, section A (j = 1) is row 1.
+    Bench b(3, false, false);
+    const double w0 = kTwoPi * 1000;
+    b.f.b0[2] = qm::f32(w0);
+    b.f.b0[1] = qm::f32(w0 * w0);
+    b.f.b1[1] = qm::f32(w0);
+    b.f.stageGain[2] = 1.0f;
+    b.f.stageGain[1] = 1.0f;
+    b.f.respFreq = 1000.0f;
+    qm::responseRow(b.f, 2);
+    qm::responseRow(b.f, 1);
+    EXPECT_EQ(b.f.PhaseF[0].text, "-45.0\xC2\xBA");
+    EXPECT_EQ(b.f.PhaseF[1].text, "-90.0\xC2\xBA");
+    EXPECT_EQ(b.f.GainF[1].text, "0.00 dB");
+}
+
+TEST(ResultRows, FailedGainNeverBecomesText)
+{
+    Bench b(1, false, false);
+    b.f.b0[1] = 6283.185f;
+    b.f.stageGain[1] = 0.0f; // no stage gain: log of 0
+    b.f.respFreq = 1000.0f;
+    EXPECT_THROW(qm::responseRow(b.f, 1), qm::CalcFailure);
+    EXPECT_EQ(b.f.GainF[0].text, "");
+}
+
+// --- Table header, boxes and section names ----------------------------------
+
+TEST(ValueTable, HeaderHasSixColumnsForSallenKeyAndFiveForMultipleFeedback)
+{
+    const std::string sk = "Section       R1              R2               R3               R4"
+                           "               C1               C2";
+    EXPECT_EQ(qm::columnHeader(true, false), sk);
+    EXPECT_EQ(qm::columnHeader(true, true), sk);
+    EXPECT_EQ(
+        qm::columnHeader(false, false),
+        "Section       R1               R2               R3               C1               C2");
+    EXPECT_EQ(
+        qm::columnHeader(false, true),
+        "Section       R1               R2               C1               C2               C3");
+}
+
+TEST(ValueTable, SectionNamesAndBoxesFillFromTheBottom)
+{
+    Bench five(5, false, false);
+    EXPECT_EQ(qm::sectionNameOf(five.f, 3), "Real");
+    EXPECT_EQ(qm::sectionNameOf(five.f, 2), "A    ");
+    EXPECT_EQ(qm::sectionNameOf(five.f, 1), "B    ");
+    Bench ten(10, false, false);
+    EXPECT_EQ(qm::sectionNameOf(ten.f, 5), "A    ");
+    EXPECT_EQ(qm::sectionNameOf(ten.f, 1), "E    ");
+    EXPECT_EQ(&qm::tableBox(ten.f, 1), &ten.f.Text45);
+    EXPECT_EQ(&qm::tableBox(ten.f, 3), &ten.f.Text43);
+    EXPECT_EQ(&qm::tableBox(ten.f, 5), &ten.f.Text41);
+}
+
+// --- Sensitivity lines (component values on the schematic) ------------------
+
+struct SensLineCase
+{
+    const char* name;
+    const char* section;
+    bool sallenKey;
+    bool highPass;
+    bool gainResistors;
+    const char* line;
+};
+
+TEST(ValueTable, SensitivityLinesKeepTheirSpacers)
+{
+    const std::vector<SensLineCase> cases{
+        {"MFB low-pass", "A    ", false, false, false,
+         "A         [R1]    [R2]    [R3]    [C1]    [C2]"},
+        {"MFB low-pass real", "Real", false, false, false,
+         "Real     [R1]     --; --          --; --            [C1]"},
+        {"SK low-pass", "A    ", true, false, true, "A         [R1]  [R2]  [R3]  [R4]  [C1]  [C2]"},
+        {"SK low-pass gain 1", "B    ", true, false, false,
+         "B         [R1]  [R2]      --; --             --; --        [C1]  [C2]"},
+        {"SK low-pass real", "Real", true, false, false,
+         "Real     [R1]       --; --          --; --          --; --          [C1]"},
+        {"MFB high-pass", "A    ", false, true, false,
+         "A        [C1]    [C2]     [R1]    [R2]    [R3]"},
+        {"MFB high-pass real", "Real", false, true, false,
+         "Real    [C1]      --; --            --; --              [R1]"},
+        {"SK high-pass", "A    ", true, true, true,
+         "A         [C1]     [C2]   [R3]   [R4]  [R1]  [R2]"},
+        {"SK high-pass gain 1", "C    ", true, true, false,
+         "C         [C1]     [C2]      --; --             --; --        [R1]  [R2]"},
+        {"SK high-pass real", "Real", true, true, false,
+         "Real     [C1]       --; --           --; --           --; --          [R1]"},
+    };
+    for (const SensLineCase& c : cases) {
+        qm::SensitivityLineParts p;
+        p.name = c.section;
+        p.sallenKey = c.sallenKey;
+        p.highPass = c.highPass;
+        p.realStage = std::string(c.section) == "Real";
+        p.gainResistors = c.gainResistors;
+        p.text = {"[R1]", "[R2]", "[R3]", "[R4]", "[C1]", "[C2]"};
+        EXPECT_EQ(qm::sensitivityLine(p), c.line) << c.name;
+    }
+}
+
+// --- Value lines (sensitivities on the schematic) ---------------------------
+
+struct ValueLineCase
+{
+    const char* name;
+    int poles;
+    bool sallenKey;
+    bool highPass;
+    bool fda;
+    float r3, r4, c2;
+    const char* line;
+};
+
+TEST(ValueTable, ValueLinesInBothPassbandsAndCircuits)
+{
+    // Fn of the mapping is 1 kHz, so Rmap(10 nF) = 15.9 k, Rmap(2.2 nF) =
+    // 72.3 k, Cmap(10 k) = 15.9 nF, Cmap(20 k) = 7.96 nF, Cmap(4.7 k) = 33.9 nF.
+    const std::vector<ValueLineCase> cases{
+        {"MFB low-pass", 2, false, false, false, 4700, 0, 2.2e-9f,
+         "A          10.0 k          20.0 k          4.70 k         10.0 nF        2.20 nF"},
+        {"MFB fully differential halves C2", 2, false, false, true, 4700, 0, 4.4e-9f,
+         "A          10.0 k          20.0 k          4.70 k         10.0 nF        2.20 nF"},
+        {"SK low-pass", 2, true, false, false, 4700, 47000, 2.2e-9f,
+         "A          10.0 k          20.0 k          4.70 k          47.0 k         10.0 nF        "
+         "2.20 nF"},
+        {"SK low-pass gain 1", 2, true, false, false, 0, 0, 2.2e-9f,
+         "A          10.0 k          20.0 k            --; --           --; --          10.0 nF"
+         "        2.20 nF"},
+        {"MFB low-pass real", 1, false, false, false, 0, 0, 0,
+         "Real      10.0 k           --; --             --; --        10.0 nF"},
+        {"SK low-pass real", 1, true, false, false, 0, 0, 0,
+         "Real      10.0 k          --; --             --; --            --; --          10.0 nF"},
+        {"MFB high-pass", 2, false, true, false, 4700, 0, 2.2e-9f,
+         "A           15.9 k         72.3 k         15.9 nF         7.96 nF         33.9 nF"},
+        {"MFB high-pass fully differential", 2, false, true, true, 4700, 0, 4.4e-9f,
+         "A           15.9 k         72.3 k         15.9 nF         7.96 nF         33.9 nF"},
+        {"SK high-pass", 2, true, true, false, 4700, 47000, 2.2e-9f,
+         "A           15.9 k         72.3 k          4.70 k       47.0 k        15.9 nF         "
+         "7.96 nF"},
+        {"SK high-pass gain 1", 2, true, true, false, 0, 0, 2.2e-9f,
+         "A           15.9 k         72.3 k          --; --            --; --             15.9 nF"
+         "         7.96 nF"},
+        {"MFB high-pass real", 1, false, true, false, 0, 0, 0,
+         "Real     15.9 k           --; --             --; --             15.9 nF"},
+        {"SK high-pass real", 1, true, true, false, 0, 0, 0,
+         "Real     15.9 k          --; --             --; --            --; --             15.9 "
+         "nF"},
+    };
+    for (const ValueLineCase& c : cases) {
+        Bench b(c.poles, c.sallenKey, c.highPass, c.fda);
+        if (c.poles == 1)
+            b.realParts(1);
+        else
+            b.parts(1, c.r3, c.r4, c.c2);
+        b.f.FnDisplay[0] = 1000.0f;
+        b.f.viewMode = 2;
+        b.f.sectionGain = c.r4 > 0 ? 11.0f : 1.0f;
+        qm::sensitivitiesAndTableLine(b.f, 1);
+        EXPECT_EQ(b.f.Text45.text, c.line) << c.name;
+        EXPECT_EQ(b.f.tableLine, c.line) << c.name;
+    }
+}
+
+// --- Schematic value labels -------------------------------------------------
+
+struct LabelCase
+{
+    const char* name;
+    bool sallenKey;
+    bool highPass;
+    bool fda;
+    float r3, r4, c2;
+    std::array<const char*, 6> labels; // R1, R2, R3, R4, C1L, C2L of row 0
+};
+
+TEST(SchematicLabels, ValuesAndTheirHighPassMapping)
+{
+    // Four poles, section A (j = 2, row 0). The mapping uses FnDisplay(j - 1)
+    // = 2 kHz, not the section's own row 0 (500 Hz): Cmap(10 k) = 31.8 nF,
+    // Cmap(20 k) = 15.9 nF, Cmap(4.7 k) = 67.7 nF, Rmap(10 nF) = 7.96 k,
+    // Rmap(2.2 nF) = 36.2 k.
+    const std::vector<LabelCase> cases{
+        {"MFB low-pass",
+         false,
+         false,
+         false,
+         4700,
+         47000,
+         2.2e-9f,
+         {"10.0 k   ", "20.0 k   ", "4.70 k   ", "47.0 k   ", "10.0 nF  ", "2.20 nF"}},
+        {"MFB fully differential",
+         false,
+         false,
+         true,
+         4700,
+         47000,
+         4.4e-9f,
+         {"10.0 k   ", "20.0 k   ", "4.70 k   ", "47.0 k   ", "10.0 nF  ", "2.20 nF"}},
+        {"MFB high-pass",
+         false,
+         true,
+         false,
+         4700,
+         0,
+         2.2e-9f,
+         {"31.8 nF  ", "15.9 nF  ", "67.7 nF  ", "old", "7.96 k   ", "36.2 k "}},
+        {"MFB high-pass fully differential",
+         false,
+         true,
+         true,
+         4700,
+         0,
+         4.4e-9f,
+         {"31.8 nF  ", "15.9 nF  ", "67.7 nF  ", "old", "7.96 k   ", "36.2 k "}},
+        {"SK high-pass",
+         true,
+         true,
+         false,
+         4700,
+         47000,
+         2.2e-9f,
+         {"31.8 nF  ", "15.9 nF  ", "4.70 k   ", "47.0 k   ", "7.96 k   ", "36.2 k "}},
+        {"SK high-pass gain 1",
+         true,
+         true,
+         false,
+         0,
+         0,
+         2.2e-9f,
+         {"31.8 nF  ", "15.9 nF  ", "old", "old", "7.96 k   ", "36.2 k "}},
+    };
+    for (const LabelCase& c : cases) {
+        Bench b(4, c.sallenKey, c.highPass, c.fda);
+        b.parts(2, c.r3, c.r4, c.c2);
+        b.f.FnDisplay[0] = 500.0f;
+        b.f.FnDisplay[1] = 2000.0f;
+        b.f.viewMode = 0;
+        b.f.sectionGain = c.r4 > 0 ? 11.0f : 1.0f;
+        for (qm::Control* l : {&b.f.R3[0], &b.f.R4[0]})
+            l->text = "old";
+        qm::sensitivitiesAndTableLine(b.f, 2);
+        const std::array<qm::Control*, 6> got{&b.f.R1[0], &b.f.R2[0],  &b.f.R3[0],
+                                              &b.f.R4[0], &b.f.C1L[0], &b.f.C2L[0]};
+        for (std::size_t i = 0; i < 6; ++i)
+            EXPECT_EQ(got[i]->text, c.labels[i]) << c.name << ", label " << i;
+    }
+}
+
+TEST(SchematicLabels, RealStageInBothPassbands)
+{
+    Bench low(1, false, false);
+    low.realParts(1);
+    low.f.FnDisplay[0] = 1000.0f;
+    qm::sensitivitiesAndTableLine(low.f, 1);
+    EXPECT_EQ(low.f.RealR.text, "10.0 k   ");
+    EXPECT_EQ(low.f.RealC.text, "10.0 nF");
+
+    Bench high(1, true, true);
+    high.realParts(1);
+    high.f.FnDisplay[0] = 1000.0f;
+    qm::sensitivitiesAndTableLine(high.f, 1);
+    EXPECT_EQ(high.f.RealR.text, "15.9 nF");
+    EXPECT_EQ(high.f.RealC.text, "15.9 k  ");
+}
+
+TEST(SchematicLabels, MappingWithoutAFrequencyFailsInsteadOfShowingInfinity)
+{
+    Bench b(2, false, true);
+    b.parts(1);
+    b.f.FnDisplay[0] = 0.0f;
+    EXPECT_THROW(qm::sensitivitiesAndTableLine(b.f, 1), qm::CalcFailure);
+    EXPECT_EQ(b.f.R1[0].text.find("inf"), std::string::npos);
+}
+
+TEST(SchematicLabels, MappingFormulas)
+{
+    Bench b(4, false, true);
+    b.f.fc = 1000.0f;
+    b.f.FnDisplay[1] = 2000.0f;
+    // Cmap(R) = Fm/(2·Pi·fc²·R), Rmap(C) = 1/(2·Pi·Fm·C), with Fm = FnDisplay(j - 1).
+    EXPECT_NEAR_REL(qm::Cmap(b.f, 2, 10000.0), 2000.0 / (kTwoPi * 1e6 * 1e4), 1e-12);
+    EXPECT_NEAR_REL(qm::Rmap(b.f, 2, 1e-8), 1.0 / (kTwoPi * 2000.0 * 1e-8), 1e-12);
+}
+
+// --- Totals and the description line ---------------------------------------
+
+struct DescriptionCase
+{
+    const char* name;
+    int poles;
+    bool sallenKey;
+    bool highPass;
+    bool fda;
+    int family;
+    const char* familyName;
+    std::array<const char*, 5> gains;
+    const char* total;
+    double totalDB;
+    const char* line;
+};
+
+TEST(Totals, GainProductAndDescriptionLine)
+{
+    const std::vector<DescriptionCase> cases{
+        {"MFB Butterworth",
+         3,
+         false,
+         false,
+         false,
+         0,
+         "Butterworth",
+         {" 1.0", "2.0", "", "", ""},
+         "2.0",
+         6.0206,
+         " MFB,3-Pole Low-Pass Butterworth: 1.00 kHz Cutoff, Passband Gain of 2.0"},
+        {"Sallen-Key Chebychev",
+         4,
+         true,
+         true,
+         false,
+         2,
+         "Chebychev",
+         {"2.0", "3.0", "", "", ""},
+         "6.0",
+         15.563,
+         " Sallen-Key,4-Pole High-Pass Chebychev, 0.5dB Ripple: 1.00 kHz Cutoff, Passband Gain of "
+         "6.0"},
+        {"fully differential custom Q",
+         2,
+         false,
+         false,
+         true,
+         6,
+         "Bessel",
+         {"1.234", "", "", "", ""},
+         "1.234",
+         1.8263,
+         " MFB, Fully-Differential,2-Pole Low-Pass Bessel with Custom Q: 1.00 kHz Cutoff, Passband "
+         "Gain of 1.234"},
+        {"custom Fn and Q",
+         4,
+         true,
+         false,
+         false,
+         7,
+         "Gaussian 12dB",
+         {"1", "1", "", "", ""},
+         "1.0",
+         0.0,
+         " Sallen-Key,4-Pole Low-Pass Gaussian 12dB with Custom Fn and Q: 1.00 kHz Cutoff, "
+         "Passband Gain of 1.0"},
+        {"zero gain",
+         2,
+         false,
+         false,
+         false,
+         1,
+         "Bessel",
+         {"0", "", "", "", ""},
+         "0.0",
+         0.0,
+         " MFB,2-Pole Low-Pass Bessel: 1.00 kHz Cutoff, Passband Gain of 0.0"},
+    };
+    for (const DescriptionCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        Bench b(c.poles, c.sallenKey, c.highPass, c.fda);
+        b.f.ripple = 0.5f;
+        b.f.TypeFilter.listIndex = c.family;
+        b.f.filterTypeName = c.familyName;
+        b.f.Text34.text = "1.00 k";
+        for (std::size_t i = 0; i < 5; ++i)
+            b.f.DCgain[i].text = c.gains[i];
+        qm::totalsAndDescription(b.f);
+        EXPECT_EQ(b.f.DCgain[5].text, c.total);
+        EXPECT_EQ(b.f.Label8.text, c.line);
+        EXPECT_EQ(b.f.descText, c.line);
+        EXPECT_NEAR(static_cast<double>(b.f.totalGainDB), c.totalDB, 1e-3);
+    }
+}
+
+TEST(Totals, RowSumsGainAndPhaseOfAllSections)
+{
+    for (char sep : {'.', ','}) {
+        Bench b(3, false, false);
+        b.f.decSep = sep;
+        b.f.gainDBAtResp[0] = -3.0103f;
+        b.f.gainDBAtResp[1] = -6.0f;
+        b.f.phaseAtResp[0] = -45.0f;
+        b.f.phaseAtResp[1] = -90.5f;
+        qm::totalsRow(b.f);
+        const std::string s(1, sep);
+        EXPECT_EQ(b.f.GainF[5].text, "-9" + s + "01 dB");
+        EXPECT_EQ(b.f.PhaseF[5].text, "-135" + s + "5\xC2\xBA");
+        EXPECT_NEAR(static_cast<double>(b.f.gainDBAtResp[5]), -9.0103, 1e-5);
+        EXPECT_FLOAT_EQ(b.f.phaseAtResp[5], -135.5f);
+    }
+}
+
+} // namespace
