@@ -1,6 +1,6 @@
 #pragma once
 // The options of quellmark-cli, turned into the actions a person would take.
-#include "cli/user_actions.h"
+#include "screen/user_actions.h"
 
 #include <stdexcept>
 #include <string>

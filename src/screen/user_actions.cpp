@@ -1,4 +1,4 @@
-#include "cli/user_actions.h"
+#include "screen/user_actions.h"
 
 #include "screen/quellmark_form.h"
 
