@@ -1,0 +1,22 @@
+#pragma once
+// Rounding for the response and the chart. A recalculation never fails for
+// its picture: where a design value would fail f32 (a result beyond the
+// 32-bit range), the chart holds it at the range's edge instead, so that a
+// caption or a line always gets a finite number.
+#include <cfloat>
+#include <cmath>
+
+namespace qm {
+
+/// Rounds to a 32-bit float as f32 does, but holds values beyond the range at
+/// ±FLT_MAX and turns a value that is not a number into 0.
+inline float keptF32(double x)
+{
+    if (std::isnan(x)) return 0.0f;
+    constexpr double kTop = static_cast<double>(FLT_MAX);
+    if (x > kTop) return FLT_MAX;
+    if (x < -kTop) return -FLT_MAX;
+    return static_cast<float>(x);
+}
+
+} // namespace qm
