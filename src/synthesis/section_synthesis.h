@@ -1,0 +1,51 @@
+#pragma once
+// What the synthesis of one section reads and writes besides its
+// coefficients: the parts themselves, the entry row of the design screen that
+// it may rewrite, and the settings of the design.
+#include "synthesis/standard_values.h"
+
+#include <cstdint>
+#include <string>
+
+namespace qm {
+
+/// The components of the section in hand, in ohms and farads. cOne and cTwo
+/// of 0 leave the choice to the synthesis; the limits are what it leaves for
+/// the designer's prompts.
+struct SectionParts
+{
+    float ROne = 0; ///< in: the R1 seed; out: R1
+    float RTwo = 0;
+    float RThree = 0;
+    float RFour = 0; ///< Sallen-Key only
+    float cOne = 0;
+    float cTwo = 0;
+    float c1max = 0; ///< largest usable C1 for the present C2
+    float c2min = 0; ///< smallest usable C2 for the present C1
+};
+
+/// The capacitor entries of a second-order section's row: a capacitor that
+/// fails its check is emptied there, and the partner of a capacitor just
+/// entered is written there.
+struct RowEntries
+{
+    std::string& C1Entry;
+    std::string& C2Entry;
+    float& C1Value;
+    float& C2Value;
+    std::int16_t& C1Changed; ///< -1 after the designer entered C1, until used
+    std::int16_t& C2Changed;
+};
+
+struct SynthesisContext
+{
+    RoundingContext& rounding;
+    std::int16_t& capdiv;      ///< 1, or 2 while a fully differential C2 is rounded
+    RowEntries* row = nullptr; ///< null for the real stage
+    bool fullyDifferential = false;
+    bool multiPole = true; ///< more than one pole: entries of a row are checked
+    int digits = 3;
+    char decSep = '.';
+};
+
+} // namespace qm
