@@ -464,16 +464,6 @@ TEST(SchematicLabels, MappingWithoutAFrequencyFailsInsteadOfShowingInfinity)
     EXPECT_EQ(b.f.R1[0].text.find("inf"), std::string::npos);
 }
 
-TEST(SchematicLabels, MappingFormulas)
-{
-    Bench b(4, false, true);
-    b.f.fc = 1000.0f;
-    b.f.FnDisplay[1] = 2000.0f;
-    // Cmap(R) = Fm/(2·Pi·fc²·R), Rmap(C) = 1/(2·Pi·Fm·C), with Fm = FnDisplay(j - 1).
-    EXPECT_NEAR_REL(qm::Cmap(b.f, 2, 10000.0), 2000.0 / (kTwoPi * 1e6 * 1e4), 1e-12);
-    EXPECT_NEAR_REL(qm::Rmap(b.f, 2, 1e-8), 1.0 / (kTwoPi * 2000.0 * 1e-8), 1e-12);
-}
-
 // --- Totals and the description line ---------------------------------------
 
 struct DescriptionCase
