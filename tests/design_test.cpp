@@ -248,3 +248,20 @@ TEST(FnQRows, OnePoleHidesQtotal)
 }
 
 } // namespace
+
+namespace {
+
+TEST(OptionGroups, SelectingOneOptionLeavesOtherFramesAlone)
+{
+    Screen s;
+    s.form.selectOption(s.form.SallenKey);
+    EXPECT_TRUE(s.form.SallenKey.selected());
+    EXPECT_FALSE(s.form.MFBtype.selected());
+    EXPECT_TRUE(s.form.LowPass.selected());
+    EXPECT_TRUE(s.form.CompValue.selected());
+    s.form.selectOption(s.form.High);
+    EXPECT_FALSE(s.form.LowPass.selected());
+    EXPECT_TRUE(s.form.SallenKey.selected());
+}
+
+} // namespace
