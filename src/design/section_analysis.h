@@ -14,8 +14,8 @@ void MFBAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float cO
 
 /// Sallen-Key section: b0out, b1out and the realised gain g from R1 to R4,
 /// C1, C2. Sets anaWn and anaQ on the way.
-void SallenAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float RFour,
-                   float cOne, float cTwo, float& g, float& b0out, float& b1out);
+void SallenAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float RFour, float cOne,
+                   float cTwo, float& g, float& b0out, float& b1out);
 
 /// Percent change of Fn and Q of section sectionNum between b0, b1 (as
 /// built) and b0Real, b1Real (as perturbed), as text "Fn; Q" and as numbers.

@@ -1,0 +1,492 @@
+// The component pass of the design cycle: synthesis of each section from the
+// design screen's settings, what the parts realise, the section gain, the
+// high-pass correction and the required gain-bandwidth column.
+#include "design/adjust_pass.h"
+#include "design/component_pass.h"
+#include "design/section_analysis.h"
+#include "design/section_plan.h"
+#include "numbers/eng_text.h"
+#include "numbers/float_store.h"
+#include "numbers/number_text.h"
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+#include "support/compare.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace {
+
+using qm::d64;
+using qm::f32;
+
+constexpr int kExact = 0, kE96 = 4; // ResistorList positions
+constexpr int kE6 = 0, kE24 = 2;    // CapacitorList positions
+
+/// One pair or real pole of a design, by Fn in Hz and Q (0 for a real pole).
+struct Pole
+{
+    double fnHz;
+    double q;
+};
+
+/// A design screen set up as the cycle leaves it before step 17: section
+/// counts, scaled coefficients and the Fn and Q rows.
+struct Design
+{
+    qm::RecordingPlatform platform;
+    qm::QuellmarkForm f{platform.services()};
+
+    /// `poles` by section number j = 1 .. S; a real pole last.
+    Design(const std::vector<Pole>& poles, int circuitType, bool highPass = false,
+           int resistors = kExact, int capacitors = kE24)
+    {
+        const int n = static_cast<int>(2 * poles.size()) - (poles.back().q == 0 ? 1 : 0);
+        f.n = static_cast<qm::i16>(n);
+        f.Text18.text = std::to_string(n);
+        qm::deriveSectionCounts(f);
+        f.circuitType = static_cast<qm::i16>(circuitType);
+        f.InvCalc.value = highPass ? 1 : 0;
+        f.ResistorList.items = {"Exact", "E12", "E24", "E48", "E96", "E192"};
+        f.CapacitorList.items = {"E6", "E12", "E24"};
+        f.ResistorList.listIndex = resistors;
+        f.CapacitorList.listIndex = capacitors;
+        f.fc = 1000.0f;
+        f.digits = 3;
+        f.gainEntry.fill(1.0f);
+        for (std::size_t k = 1; k <= poles.size(); ++k) {
+            const Pole& p = poles[k - 1];
+            const double wn = 2 * qm::Pi * p.fnHz;
+            const auto q = static_cast<std::size_t>(f.sectionRows) - k;
+            f.b0[k] = f32(p.q == 0 ? wn : wn * wn);
+            f.b1[k] = f32(p.q == 0 ? 0 : wn / p.q);
+            f.FnDisplay[q] = f32(p.fnHz);
+            f.QDisplay[q] = f32(p.q);
+        }
+    }
+
+    /// Cycle steps 17.1 to 17.5 for section j, with the seed of 10 k.
+    void synthesise(int j, float gain = 1, bool adjust = true)
+    {
+        f.sectionNum = static_cast<qm::i16>(j);
+        f.ROne = 10000.0f;
+        f.sectionGain = gain;
+        f.b0Design = f.b0[j];
+        f.b1Design = f.b1[j];
+        if (adjust)
+            qm::synthesiseSection(f, j);
+        else
+            qm::synthesiseComponents(f, j);
+    }
+
+    /// Largest relative error of b0 or b1 of section j against its design.
+    double error(int j) const
+    {
+        return std::max(std::fabs(d64(f.b0[j]) / d64(f.b0Design) - 1),
+                        std::fabs(d64(f.b1[j]) / d64(f.b1Design) - 1));
+    }
+};
+
+const Pole kButterworth2{1000, 1 / std::sqrt(2.0)};
+
+// --- Synthesis through the pass ------------------------------------------
+
+TEST(ComponentPass, MultipleFeedbackWorkedExample)
+{
+    Design d({kButterworth2}, 0);
+    d.synthesise(1);
+    const qm::QuellmarkForm& f = d.f;
+    EXPECT_NEAR_REL(f.C1[1], 7.5e-9, 1e-6);
+    EXPECT_NEAR_REL(f.C2[1], 39e-9, 1e-6);
+    EXPECT_NEAR_REL(f.c2min[1], 30.3e-9, 2e-3);
+    EXPECT_NEAR_REL(f.c1max[1], 9.65e-9, 2e-3);
+    EXPECT_NEAR_REL(f.ROne, 7797, 2e-4);
+    EXPECT_NEAR_REL(f.RTwo, 7797, 2e-4);
+    EXPECT_NEAR_REL(f.RThree, 11107, 2e-4);
+    EXPECT_EQ(f.DCgain[0].text, "1.0");
+    EXPECT_FLOAT_EQ(f.stageGain[1], 1);
+    EXPECT_FLOAT_EQ(f.sectionGain, 1);
+    // With exact resistors the section is built as designed.
+    EXPECT_LT(d.error(1), 1e-5);
+}
+
+struct GainCase
+{
+    int circuitType;
+    int resistors;
+    float gain;
+    const char* dcGain;
+    float stageGain;
+};
+
+class SectionGain : public ::testing::TestWithParam<GainCase>
+{
+};
+
+TEST_P(SectionGain, IsShownAsBuilt)
+{
+    const GainCase& c = GetParam();
+    Design d({kButterworth2}, c.circuitType, false, c.resistors);
+    d.synthesise(1, c.gain);
+    EXPECT_EQ(d.f.DCgain[0].text, c.dcGain);
+    EXPECT_NEAR_REL(d.f.stageGain[1], c.stageGain, 1e-6);
+    EXPECT_NEAR_REL(d.f.sectionGain, c.stageGain, 1e-6);
+}
+
+INSTANTIATE_TEST_SUITE_P(Circuits, SectionGain,
+                         ::testing::Values(
+                             // Sallen-Key at unity gain is a follower; below 1 is raised to 1.
+                             GainCase{1, kExact, 1, "1", 1}, GainCase{1, kExact, 0.5f, "1", 1},
+                             GainCase{1, kExact, 2, "2.0", 2},
+                             GainCase{1, kE96, 3.3f, "3.32", 3.32f},
+                             // Multiple-feedback: R2/R1, within the rounding of both.
+                             GainCase{0, kExact, 2, "2.0", 2},
+                             GainCase{0, kE96, 3, "3.024", 3.024283f}, // 13.7k / 4.53k
+                             GainCase{0, kE96, 1, "1.0", 1}));
+
+TEST(ComponentPass, EntryRowFollowsTheSectionNumber)
+{
+    // Five poles: j = 3 is the real stage, j = 2 row 0, j = 1 row 1.
+    Design d({{1000, 1.618}, {1000, 0.618}, {1000, 0}}, 0);
+    d.f.C1[1] = 10e-9f;
+    d.f.C1Changed[1] = -1;
+    d.f.DCgain[0].text = " 1.0";
+    for (int j = 3; j >= 1; --j)
+        d.synthesise(j);
+    EXPECT_EQ(d.f.C1Changed[1], 0);
+    EXPECT_EQ(d.f.C2Entry[1].text, qm::Engsuffix(d.f.C2[1], 3, "", '.'));
+    EXPECT_EQ(d.f.C2Entry[0].text, "");
+    EXPECT_FLOAT_EQ(d.f.C1[1], 10e-9f);
+    // The real stage's row keeps its fixed text; the pairs show their gain.
+    EXPECT_EQ(d.f.DCgain[0].text, " 1.0");
+    EXPECT_EQ(d.f.DCgain[1].text, "1.0");
+    EXPECT_EQ(d.f.DCgain[2].text, "1.0");
+}
+
+TEST(ComponentPass, FullyDifferentialKeepsTwiceTheShownC2)
+{
+    Design d({kButterworth2}, 0);
+    d.f.FDAcircuit.value = qm::kChecked;
+    d.f.C2[1] = 2 * 27e-9f; // 27 nF entered, doubled on the way in
+    d.f.C2Changed[0] = -1;
+    d.synthesise(1);
+    EXPECT_FLOAT_EQ(d.f.C2[1], 54e-9f);
+    EXPECT_EQ(d.f.C1Entry[0].text, qm::Engsuffix(d.f.C1[1], 3, "", '.'));
+    EXPECT_LE(d.f.C1[1], d.f.c1max[1]);
+    EXPECT_EQ(d.f.capdiv, 1);
+    EXPECT_LT(d.error(1), 1e-5);
+}
+
+struct OnePoleCase
+{
+    int circuitType;
+    bool highPass;
+};
+
+class OnePole : public ::testing::TestWithParam<OnePoleCase>
+{
+};
+
+TEST_P(OnePole, GivesR1AndC1Only)
+{
+    const auto [circuitType, highPass] = GetParam();
+    Design d({{1000, 0}}, circuitType, highPass);
+    d.f.DCgain[0].text = " 1.0";
+    d.f.RThree = 5;
+    d.synthesise(1);
+    qm::requiredGBP(d.f);
+    const qm::QuellmarkForm& f = d.f;
+    EXPECT_GT(f.ROne, 0);
+    EXPECT_GT(f.C1[1], 0);
+    EXPECT_EQ(f.RTwo, 0);
+    EXPECT_EQ(f.RThree, 0);
+    EXPECT_EQ(f.C2[1], 0);
+    EXPECT_FLOAT_EQ(f.b1[1], 0);
+    // No correction pass: b0 is the pole of the parts as synthesised.
+    EXPECT_NEAR_REL(f.b0[1], 1 / (d64(f.ROne) * d64(f.C1[1])), 1e-6);
+    EXPECT_EQ(f.DCgain[0].text, " 1.0");
+    EXPECT_FLOAT_EQ(f.stageGain[1], 1);
+    EXPECT_EQ(f.GBPreq[0].text, qm::Engsuffix(50000.0f, 3, "Hz", '.'));
+}
+
+INSTANTIATE_TEST_SUITE_P(Circuits, OnePole,
+                         ::testing::Values(OnePoleCase{0, false}, OnePoleCase{1, false},
+                                           OnePoleCase{0, true}, OnePoleCase{1, true}));
+
+TEST(ComponentPass, FixedRealStageCapacitorSetsR1)
+{
+    Design d({kButterworth2, {1000, 0}}, 1);
+    d.f.C1[2] = -22e-9f; // from the real stage's entry
+    d.synthesise(2);
+    EXPECT_FLOAT_EQ(d.f.C1[2], 22e-9f);
+    EXPECT_NEAR_REL(d.f.ROne, 1 / (2 * qm::Pi * 1000 * 22e-9), 1e-6);
+}
+
+// --- High-pass -------------------------------------------------------------
+
+TEST(HighPass, PrototypePartsLandOnTheSeriesOfTheirRealParts)
+{
+    Design d({{1000, 2}}, 0, true, kE96, kE6);
+    d.synthesise(1);
+    const qm::QuellmarkForm& f = d.f;
+    const double Fs = d64(f.FnDisplay[0]);
+    const double K = d64(f.fc) * d64(f.fc) * 2 * qm::Pi / Fs;
+    // A prototype resistor is a capacitor of E6; a prototype capacitor is a
+    // resistor of E96.
+    std::vector<double> e6{1, 1.5, 2.2, 3.3, 4.7, 6.8, 10};
+    for (float r : {f.ROne, f.RTwo, f.RThree}) {
+        const double c = 1 / (K * d64(r));
+        const double mantissa = c / std::pow(10.0, std::floor(std::log10(c) + 1e-9));
+        bool onSeries = false;
+        for (double v : e6)
+            onSeries = onSeries || std::fabs(mantissa / v - 1) < 1e-5;
+        EXPECT_TRUE(onSeries) << c;
+    }
+    for (float c : {f.C1[1], f.C2[1]}) {
+        const double r = 1 / (2 * qm::Pi * Fs * d64(c));
+        const double hundreds = r / std::pow(10.0, std::floor(std::log10(r) + 1e-9) - 2);
+        EXPECT_NEAR(hundreds, std::round(hundreds), 1e-3) << r;
+    }
+}
+
+struct AdjustCase
+{
+    int circuitType;
+    double q;
+    float gain;
+    int resistors;
+};
+
+class AdjustPass : public ::testing::TestWithParam<AdjustCase>
+{
+};
+
+TEST_P(AdjustPass, PullsAHighPassSectionTowardsItsDesign)
+{
+    const AdjustCase& c = GetParam();
+    Design d({{1000, c.q}}, c.circuitType, true, c.resistors, kE6);
+    d.synthesise(1, c.gain, false);
+    const double before = d.error(1);
+    const float r1 = d.f.ROne, r2 = d.f.RTwo, r3 = d.f.RThree;
+    qm::adjustSection(d.f, 1);
+    const double after = d.error(1);
+    EXPECT_LT(after, before);
+    // With exact resistors the trimmed capacitors reach the design.
+    if (c.resistors == kExact) {
+        EXPECT_LT(after, 1e-4);
+    }
+    // Only the capacitors are trimmed.
+    EXPECT_EQ(d.f.ROne, r1);
+    EXPECT_EQ(d.f.RTwo, r2);
+    EXPECT_EQ(d.f.RThree, r3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Circuits, AdjustPass,
+                         ::testing::Values(AdjustCase{0, 0.7071, 1, kExact},
+                                           AdjustCase{0, 2.5, 1, kE96}, AdjustCase{0, 1, 3, kE96},
+                                           AdjustCase{1, 0.7071, 1, kExact},
+                                           AdjustCase{1, 1.3, 2, kE96}));
+
+TEST(AdjustPass, DoesNotRunForALowPassDesign)
+{
+    Design low({{1000, 2.5}}, 0, false, kE96, kE6);
+    Design alone({{1000, 2.5}}, 0, false, kE96, kE6);
+    low.synthesise(1);
+    alone.synthesise(1, 1, false);
+    EXPECT_EQ(low.f.C1[1], alone.f.C1[1]);
+    EXPECT_EQ(low.f.C2[1], alone.f.C2[1]);
+    EXPECT_EQ(low.f.b1[1], alone.f.b1[1]);
+}
+
+// --- Analysis ------------------------------------------------------------------
+
+struct RoundTrip
+{
+    int circuitType;
+    double q;
+    float gain;
+};
+
+class AnalysisRoundTrip : public ::testing::TestWithParam<RoundTrip>
+{
+};
+
+TEST_P(AnalysisRoundTrip, GivesBackTheDesignOfExactParts)
+{
+    const RoundTrip& c = GetParam();
+    Design d({{2500, c.q}}, c.circuitType);
+    d.synthesise(1, c.gain);
+    qm::QuellmarkForm& f = d.f;
+    EXPECT_LT(d.error(1), 1e-5);
+    EXPECT_NEAR_REL(f.anaWn, 2 * qm::Pi * 2500, 1e-5);
+    EXPECT_NEAR_REL(f.anaQ, c.q, 1e-5);
+    EXPECT_NEAR_REL(f.stageGain[1], std::max(c.gain, 1.0f), 1e-5);
+}
+
+INSTANTIATE_TEST_SUITE_P(Circuits, AnalysisRoundTrip,
+                         ::testing::Values(RoundTrip{0, 0.5, 1}, RoundTrip{0, 0.7071, 4},
+                                           RoundTrip{0, 8, 1}, RoundTrip{1, 0.5, 1},
+                                           RoundTrip{1, 3, 1}, RoundTrip{1, 0.7071, 2.5f},
+                                           RoundTrip{1, 12, 1}));
+
+TEST(Analysis, RealStagesAndMissingPartsOfEachCircuit)
+{
+    Design d({kButterworth2}, 0);
+    qm::QuellmarkForm& f = d.f;
+    float b0 = 7, b1 = 7;
+    f.sectionGain = 3;
+    qm::MFBAnalyse(f, 1000, 2000, 3000, 0, 1e-9f, b0, b1); // no C1: untouched
+    EXPECT_EQ(b0, 7);
+    EXPECT_EQ(f.sectionGain, 3);
+    qm::MFBAnalyse(f, 1000, 2000, 0, 1e-6f, 1e-9f, b0, b1); // no R3: one pole
+    EXPECT_FLOAT_EQ(b0, 1000);
+    EXPECT_EQ(b1, 0);
+    EXPECT_FLOAT_EQ(f.sectionGain, 2);
+
+    float g = 0;
+    b0 = 7;
+    qm::SallenAnalyse(f, 1000, 0, 0, 0, 1e-6f, 0, g, b0, b1); // real stage
+    EXPECT_FLOAT_EQ(b0, 1000);
+    EXPECT_EQ(g, 1);
+    b0 = 7;
+    qm::SallenAnalyse(f, 1000, 2000, 1000, 3000, 1e-6f, 0, g, b0, b1); // no C2
+    EXPECT_EQ(b0, 7);
+    EXPECT_FLOAT_EQ(g, 4);
+}
+
+// --- Sensitivity texts ----------------------------------------------------
+
+struct TrimCase
+{
+    const char* in;
+    char decSep;
+    const char* out;
+};
+
+class Trim : public ::testing::TestWithParam<TrimCase>
+{
+};
+
+TEST_P(Trim, DropsTheDecimalFromThreeDigitsOn)
+{
+    const TrimCase& c = GetParam();
+    std::string text = c.in;
+    qm::TrimSensitivityText(text, c.decSep);
+    EXPECT_EQ(text, c.out);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, Trim,
+    ::testing::Values(TrimCase{"  123.4", '.', "123"}, TrimCase{"100.0", '.', "100"},
+                      TrimCase{"99.9", '.', "99.9"}, TrimCase{"  -99.9", '.', "  -99.9"},
+                      TrimCase{"-100.0", '.', "-100"}, TrimCase{"  -250.7", '.', "-250"},
+                      TrimCase{"1234,5", ',', "1234"}, TrimCase{"  0.0", '.', "  0.0"}));
+
+struct SensCase
+{
+    float b0Real;
+    float b1Real;
+    const char* text;
+};
+
+class Sensitivity : public ::testing::TestWithParam<SensCase>
+{
+};
+
+TEST_P(Sensitivity, ComparesThePerturbedSectionWithTheBuiltOne)
+{
+    const SensCase& c = GetParam();
+    Design d({kButterworth2}, 0); // its coefficients are replaced below
+    qm::QuellmarkForm& f = d.f;
+    f.sectionNum = 1;
+    f.b0[1] = 100;
+    f.b1[1] = 10; // Fn 10 rad/s, Q 1
+    f.b0Real = c.b0Real;
+    f.b1Real = c.b1Real;
+    std::string text;
+    float fn = -7, q = -7;
+    qm::SensText(f, text, fn, q);
+    EXPECT_EQ(text, c.text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Sensitivity,
+                         ::testing::Values(
+                             // Fn up 1%: new minus old. Q up 1%: old minus new, so negative.
+                             SensCase{102.01f, 10.1f, "  1.0; 0.0"},
+                             SensCase{100, 9.90099f, "  0.0; -1.0"},
+                             // Fn doubled: a three-digit percentage loses its decimal and blanks.
+                             SensCase{400, 20, "100; 0.0"}, SensCase{100, 4, "  0.0; -150"},
+                             // A real stage: the pole's change and no Q.
+                             SensCase{99, 0, "-1.0; --       "}));
+
+TEST(Sensitivity, ASectionWithoutAPairLeavesTheResults)
+{
+    Design d({kButterworth2}, 0);
+    qm::QuellmarkForm& f = d.f;
+    f.sectionNum = 1;
+    f.b0[1] = 100;
+    f.b1[1] = 0;
+    f.b0Real = 101;
+    f.b1Real = 3;
+    std::string text = "kept";
+    float fn = -7, q = -7;
+    qm::SensText(f, text, fn, q);
+    EXPECT_EQ(text, "kept");
+    EXPECT_EQ(fn, -7);
+    EXPECT_EQ(q, -7);
+}
+
+// --- Required gain-bandwidth product ----------------------------------------
+
+struct GbpCase
+{
+    int circuitType;
+    std::vector<Pole> poles;
+    std::vector<const char*> dcGain; // by result row
+    std::vector<float> expected;     // by result row; 0 for an empty row
+};
+
+class RequiredGBP : public ::testing::TestWithParam<GbpCase>
+{
+};
+
+TEST_P(RequiredGBP, FollowsGainQAndFnOfEachRow)
+{
+    const GbpCase& c = GetParam();
+    Design d(c.poles, c.circuitType);
+    for (std::size_t r = 0; r < c.dcGain.size(); ++r)
+        d.f.DCgain[r].text = c.dcGain[r];
+    if (c.expected.back() == 0) d.f.GBPreq[c.expected.size() - 1].text = "stale";
+    d.f.reqGBP = 777;
+    qm::requiredGBP(d.f);
+    for (std::size_t r = 0; r < c.expected.size(); ++r) {
+        const std::string want =
+            c.expected[r] == 0 ? "" : qm::Engsuffix(c.expected[r], 3, "Hz", '.');
+        EXPECT_EQ(d.f.GBPreq[r].text, want) << "row " << r;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, RequiredGBP,
+    ::testing::Values(
+        // Multiple-feedback: 100·gain·Q·Fn; the real stage 50·Fn; the row
+        // past the last section of an even design is emptied.
+        GbpCase{0, {{1000, 2}, {2000, 0}}, {" 1.0", "2.0"}, {50 * 2000.0f, 100 * 2 * 2 * 1000.0f}},
+        GbpCase{0, {{1000, 0.7071}}, {"1.0"}, {70710.0f, 0}},
+        // Sallen-Key: Q to the third power.
+        GbpCase{1,
+                {{1000, 2}, {500, 0.5}},
+                {"1", "2.0"},
+                {100 * 1 * 0.125f * 500, 100 * 2 * 8 * 1000.0f, 0}},
+        // A row without a gain yet repeats the last value worked out.
+        GbpCase{0, {{1000, 2}, {500, 0.5}}, {"1.0", ""}, {25000.0f, 777.0f, 0}},
+        // Ten poles: five rows, and the Totals row past them is never read.
+        GbpCase{0,
+                {{1000, 5}, {1000, 4}, {1000, 3}, {1000, 2}, {1000, 1}},
+                {"1", "1", "1", "1", "1", "not a number"},
+                {100000.0f, 200000.0f, 300000.0f, 400000.0f, 500000.0f}}));
+
+} // namespace
