@@ -55,7 +55,11 @@ std::string plainWhole(double x)
     return std::to_string(static_cast<long long>(std::floor(x)));
 }
 
-void Text18_Work(QuellmarkForm& f)
+} // namespace
+
+// The pole count has no failure of its own: the leading-number reading always
+// gives a number.
+void Text18_Validate(QuellmarkForm& f)
 {
     std::string work = f.Text18.text;
     CorrectD(work, f.decSep);
@@ -72,6 +76,8 @@ void Text18_Work(QuellmarkForm& f)
     recalculateUnlessHeld(f);
     f.lastPoles = static_cast<i16>(poles);
 }
+
+namespace {
 
 void Text19_Work(QuellmarkForm& f)
 {
@@ -301,13 +307,6 @@ std::string withSep(char decSep, std::string_view whole, std::string_view fracti
     text += decSep;
     text += fraction;
     return text;
-}
-
-// The pole count has no failure of its own: the leading-number reading always
-// gives a number.
-void Text18_Validate(QuellmarkForm& f)
-{
-    Text18_Work(f);
 }
 
 void Text19_Validate(QuellmarkForm& f)

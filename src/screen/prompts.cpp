@@ -143,9 +143,11 @@ constexpr FixedPrompt kFixedPrompts[] = {
 std::string joinWithSep(std::initializer_list<const char*> pieces, char decSep)
 {
     std::string text;
+    bool first = true;
     for (const char* piece : pieces) {
-        if (!text.empty() || piece != *pieces.begin()) text += decSep;
+        if (!first) text += decSep;
         text += piece;
+        first = false;
     }
     return text;
 }
@@ -186,7 +188,7 @@ int sectionOfRow(const QuellmarkForm& f, int row)
 }
 
 /// A fully differential C2 is two capacitors, one per side: the record holds
-/// their sum, the designer enters and reads one of them.
+/// twice the value of each, the designer enters and reads one of them.
 float perCapacitor(const QuellmarkForm& f, float value)
 {
     return f.FDAcircuit.checked() ? f32(d64(value) / 2) : value;
