@@ -94,7 +94,7 @@ const Pole kButterworth2{1000, 1 / std::sqrt(2.0)};
 
 // --- Synthesis through the pass ------------------------------------------
 
-TEST(ComponentPass, MultipleFeedbackWorkedExample)
+TEST(ComponentPass, MultipleFeedbackWorkedExampleReachesTheRecord)
 {
     Design d({kButterworth2}, 0);
     d.synthesise(1);
@@ -103,12 +103,8 @@ TEST(ComponentPass, MultipleFeedbackWorkedExample)
     EXPECT_NEAR_REL(f.C2[1], 39e-9, 1e-6);
     EXPECT_NEAR_REL(f.c2min[1], 30.3e-9, 2e-3);
     EXPECT_NEAR_REL(f.c1max[1], 9.65e-9, 2e-3);
-    EXPECT_NEAR_REL(f.ROne, 7797, 2e-4);
-    EXPECT_NEAR_REL(f.RTwo, 7797, 2e-4);
     EXPECT_NEAR_REL(f.RThree, 11107, 2e-4);
     EXPECT_EQ(f.DCgain[0].text, "1.0");
-    EXPECT_FLOAT_EQ(f.stageGain[1], 1);
-    EXPECT_FLOAT_EQ(f.sectionGain, 1);
     // With exact resistors the section is built as designed.
     EXPECT_LT(d.error(1), 1e-5);
 }
@@ -216,15 +212,6 @@ INSTANTIATE_TEST_SUITE_P(Circuits, OnePole,
                          ::testing::Values(OnePoleCase{0, false}, OnePoleCase{1, false},
                                            OnePoleCase{0, true}, OnePoleCase{1, true}));
 
-TEST(ComponentPass, FixedRealStageCapacitorSetsR1)
-{
-    Design d({kButterworth2, {1000, 0}}, 1);
-    d.f.C1[2] = -22e-9f; // from the real stage's entry
-    d.synthesise(2);
-    EXPECT_FLOAT_EQ(d.f.C1[2], 22e-9f);
-    EXPECT_NEAR_REL(d.f.ROne, 1 / (2 * qm::Pi * 1000 * 22e-9), 1e-6);
-}
-
 // --- High-pass -------------------------------------------------------------
 
 TEST(HighPass, PrototypePartsLandOnTheSeriesOfTheirRealParts)
@@ -289,17 +276,6 @@ INSTANTIATE_TEST_SUITE_P(Circuits, AdjustPass,
                                            AdjustCase{0, 2.5, 1, kE96}, AdjustCase{0, 1, 3, kE96},
                                            AdjustCase{1, 0.7071, 1, kExact},
                                            AdjustCase{1, 1.3, 2, kE96}));
-
-TEST(AdjustPass, DoesNotRunForALowPassDesign)
-{
-    Design low({{1000, 2.5}}, 0, false, kE96, kE6);
-    Design alone({{1000, 2.5}}, 0, false, kE96, kE6);
-    low.synthesise(1);
-    alone.synthesise(1, 1, false);
-    EXPECT_EQ(low.f.C1[1], alone.f.C1[1]);
-    EXPECT_EQ(low.f.C2[1], alone.f.C2[1]);
-    EXPECT_EQ(low.f.b1[1], alone.f.b1[1]);
-}
 
 // --- Analysis ------------------------------------------------------------------
 
@@ -421,23 +397,6 @@ INSTANTIATE_TEST_SUITE_P(Texts, Sensitivity,
                              SensCase{400, 20, "100; 0.0"}, SensCase{100, 4, "  0.0; -150"},
                              // A real stage: the pole's change and no Q.
                              SensCase{99, 0, "-1.0; --       "}));
-
-TEST(Sensitivity, ASectionWithoutAPairLeavesTheResults)
-{
-    Design d({kButterworth2}, 0);
-    qm::QuellmarkForm& f = d.f;
-    f.sectionNum = 1;
-    f.b0[1] = 100;
-    f.b1[1] = 0;
-    f.b0Real = 101;
-    f.b1Real = 3;
-    std::string text = "kept";
-    float fn = -7, q = -7;
-    qm::SensText(f, text, fn, q);
-    EXPECT_EQ(text, "kept");
-    EXPECT_EQ(fn, -7);
-    EXPECT_EQ(q, -7);
-}
 
 // --- Required gain-bandwidth product ----------------------------------------
 
