@@ -74,8 +74,11 @@ void FormControls::registerAll()
         registerControl(*c, name, K::Frame);
     registerControl(ShowPartList, "ShowPartList", K::Button);
     // Option buttons form groups by their frame: one choice per frame.
-    for (auto [c, frame] : {std::pair{&MFBtype, "Frame2"}, {&SallenKey, "Frame2"},
-                            {&LowPass, "Frame7"}, {&High, "Frame7"}, {&CompValue, "Frame1"},
+    for (auto [c, frame] : {std::pair{&MFBtype, "Frame2"},
+                            {&SallenKey, "Frame2"},
+                            {&LowPass, "Frame7"},
+                            {&High, "Frame7"},
+                            {&CompValue, "Frame1"},
                             {&SensTrue, "Frame1"}})
         c->container = frame;
     for (Control* frame : {&Frame1, &Frame2, &Frame3, &Frame4, &Frame6, &Frame7})
