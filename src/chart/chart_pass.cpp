@@ -3,11 +3,12 @@
 #include "chart/chart_legends.h"
 #include "chart/chart_numbers.h"
 #include "chart/group_delay.h"
-#include "chart/response.h"
+#include "chart/section_response.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace qm {
@@ -82,38 +83,76 @@ void horizontalGrid(const ChartPen& pen, double w, double h)
     }
 }
 
-/// Adds section s at every sweep point. A high-pass design evaluates its
-/// low-pass prototype at the frequency mirrored about fc, phase negated.
-void sweepSection(QuellmarkForm& f, int s, float start, double h)
+using SweepPoints = std::array<float, kSweepSlots>;
+
+/// Points 1 to 570 of the sweep, and the frequencies at which the sections
+/// are evaluated there: the same for a low-pass design; for a high-pass one
+/// its low-pass prototype is evaluated at the frequency mirrored about fc.
+void sweepFrequencies(QuellmarkForm& f, float start, SweepPoints& at)
 {
-    const auto j = static_cast<std::size_t>(s);
     const bool highPass = f.InvCalc.value != 0;
     const double fcSquared = d64(f.fc) * d64(f.fc);
     f.sweepFreq = start;
-    f.gainOverTop = 0;
     for (std::size_t i = 1; i <= kPoints; ++i) {
         f.sweepFreq = keptF32(d64(f.sweepFreq) * kSweepRatio);
-        float at = highPass ? keptF32(fcSquared / d64(f.sweepFreq)) : f.sweepFreq;
-        Response(f.b0[j], f.b1[j], at, f.respMag, f.respPhase);
-        const double phase = highPass ? -d64(f.respPhase) : d64(f.respPhase);
-        f.sweepPhaseDeg[i] = keptF32(d64(f.sweepPhaseDeg[i]) + phase);
-        f.sweepGainDB[i] = keptF32(d64(f.sweepGainDB[i]) + d64(f.respMag));
-        // The sum reaches the top of the default scale (+10 dB); only the
-        // last section's pass, which holds the full sum, decides.
-        if (h - ((d64(f.sweepGainDB[i]) + kBottomDb) * h) / kGainSpanDb <= 0) f.gainOverTop = -1;
         f.sweepFreqs[i] = f.sweepFreq;
+        at[i] = highPass ? keptF32(fcSquared / d64(f.sweepFreq)) : f.sweepFreq;
     }
+}
+
+/// The first stage of Response at every point, in one loop without calls.
+void sectionRatios(const SectionModel& m, const SweepPoints& at,
+                   std::array<RatioPoint, kSweepSlots>& ratios)
+{
+    if (m.kind == SectionModel::Kind::Pair) {
+        for (std::size_t i = 1; i <= kPoints; ++i)
+            ratios[i] = pairRatio(m, at[i]);
+    } else if (m.kind == SectionModel::Kind::RealPole) {
+        for (std::size_t i = 1; i <= kPoints; ++i)
+            ratios[i] = realPoleRatio(m, at[i]);
+    } else {
+        ratios.fill(RatioPoint{});
+    }
+}
+
+/// Adds section s at every sweep point, evaluated as Response does; a
+/// high-pass design takes the prototype's phase negated.
+void sweepSection(QuellmarkForm& f, int s, const SweepPoints& at)
+{
+    const auto j = static_cast<std::size_t>(s);
+    const bool highPass = f.InvCalc.value != 0;
+    const SectionModel model = prepareSection(f.b0[j], f.b1[j]);
+    std::array<RatioPoint, kSweepSlots> ratios;
+    sectionRatios(model, at, ratios);
+    float mag = 0, phase = 0;
+    for (std::size_t i = 1; i <= kPoints; ++i) {
+        finishResponse(model.kind, ratios[i], mag, phase);
+        const double signedPhase = highPass ? -d64(phase) : d64(phase);
+        f.sweepPhaseDeg[i] = keptF32(d64(f.sweepPhaseDeg[i]) + signedPhase);
+        f.sweepGainDB[i] = keptF32(d64(f.sweepGainDB[i]) + d64(mag));
+    }
+    // What the last evaluation left, as after a call of Response.
+    f.respMag = mag;
+    f.respPhase = phase;
 }
 
 void sweep(QuellmarkForm& f, double h)
 {
     f.sweepGainDB.fill(0);
     f.sweepPhaseDeg.fill(0);
-    const float start = sweepStart(f.fc);
     const int last = std::min<int>(f.sectionRows, kSectionSlots - 1);
+    if (last < 1) return;
+    const float start = sweepStart(f.fc);
+    SweepPoints at;
+    sweepFrequencies(f, start, at);
     for (int s = 1; s <= last; ++s)
-        sweepSection(f, s, start, h);
-    if (last >= 1) frequencyLegends(f, start);
+        sweepSection(f, s, at);
+    // Whether the sum reaches the top of the default scale (+10 dB) is
+    // decided on the full sum, that is after the last section.
+    f.gainOverTop = 0;
+    for (std::size_t i = 1; i <= kPoints; ++i)
+        if (h - ((d64(f.sweepGainDB[i]) + kBottomDb) * h) / kGainSpanDb <= 0) f.gainOverTop = -1;
+    frequencyLegends(f, start);
 }
 
 /// Gain A0 on the top edge, A8 on the bottom edge. Equal limits give no
@@ -141,39 +180,59 @@ void delayScaleOf(QuellmarkForm& f)
     f.gdScale = s.gdScale;
 }
 
-double traceX(double w, int i)
+/// x of sweep point j on the trace: point 1 at the left edge.
+float traceX(double w, int j)
 {
-    return (w * i) / kPoints;
+    return keptF32((w * (j - 1)) / kPoints);
 }
 
+/// Stored coordinates of the trace points, each computed once for the two
+/// segments that meet there. Indices are sweep points.
+struct TracePoints
+{
+    std::array<float, kSweepSlots> x{}, y{};
+    std::array<bool, kSweepSlots> valid{};
+};
+
 /// The delay trace hangs from the top edge; a segment reaching beyond the
-/// picture by more than its height is left out.
+/// picture by more than its height is left out, as is one whose step has no
+/// width.
 void delayTrace(const QuellmarkForm& f, const ChartPen& pen, double w, double h)
 {
     const double scale = f.gdScale;
-    for (int i = kDelayFirst; i <= kDelayLast; ++i) {
-        const double g1 = chartDelay(f.sweepFreqs, f.sweepPhaseDeg, i);
-        const double g2 = chartDelay(f.sweepFreqs, f.sweepPhaseDeg, i + 1);
-        if (!std::isfinite(g1) || !std::isfinite(g2)) continue;
-        const float x1 = keptF32(traceX(w, i));
-        const float x2 = keptF32(traceX(w, i + 1));
-        const float y1 = keptF32(h + ((g1 / kDelayDivisor) * scale * h) * h);
-        const float y2 = keptF32(h + ((g2 / kDelayDivisor) * scale * h) * h);
-        if (d64(x2) > w || d64(y1) > h || d64(y2) > h || d64(y1) < -h || d64(y2) < -h) continue;
-        pen.line(x1, y1, x2, y2, kDelayColor);
+    TracePoints t;
+    for (int i = kDelayFirst; i <= kDelayLast + 1; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        const double g = chartDelay(f.sweepFreqs, f.sweepPhaseDeg, i);
+        t.x[at] = keptF32((w * i) / kPoints);
+        t.y[at] = keptF32(h + ((g / kDelayDivisor) * scale * h) * h);
+        t.valid[at] = std::isfinite(g) && d64(t.y[at]) <= h && d64(t.y[at]) >= -h;
+    }
+    for (std::size_t i = kDelayFirst; i <= kDelayLast; ++i) {
+        if (!t.valid[i] || !t.valid[i + 1] || d64(t.x[i + 1]) > w) continue;
+        pen.line(t.x[i], t.y[i], t.x[i + 1], t.y[i + 1], kDelayColor);
     }
 }
 
-double gainY(const QuellmarkForm& f, double h, int j)
+/// Gain A0 on the top edge and A8 on the bottom edge, lifted by the
+/// passband gain.
+void gainPoints(const QuellmarkForm& f, double h, TracePoints& t)
 {
-    const double g = d64(f.sweepGainDB[static_cast<std::size_t>(j)]) + d64(f.chartGainRef);
-    return h - ((g / d64(f.ampScale)) * h) / kGainSpanDb - (h - d64(f.ampOffset));
+    const double scale = d64(f.ampScale), lift = d64(f.chartGainRef);
+    const double offset = h - d64(f.ampOffset);
+    for (std::size_t j = 1; j <= kTraceSegments + 1; ++j) {
+        const double g = d64(f.sweepGainDB[j]) + lift;
+        t.y[j] = keptF32(h - ((g / scale) * h) / kGainSpanDb - offset);
+    }
 }
 
-double phaseY(const QuellmarkForm& f, double h, int j)
+/// -630° on the bottom edge, 90° on the top, lifted for high-pass.
+void phasePoints(const QuellmarkForm& f, double h, TracePoints& t)
 {
-    const double p = d64(f.sweepPhaseDeg[static_cast<std::size_t>(j)]);
-    return h - ((p + kPhaseLiftDeg - f.phaseBase) * h) / kPhaseSpanDeg;
+    for (std::size_t j = 1; j <= kTraceSegments + 1; ++j) {
+        const double p = d64(f.sweepPhaseDeg[j]);
+        t.y[j] = keptF32(h - ((p + kPhaseLiftDeg - f.phaseBase) * h) / kPhaseSpanDeg);
+    }
 }
 
 /// Gain and phase segment by segment in turn. Only the right and bottom
@@ -182,19 +241,16 @@ void gainAndPhaseTraces(const QuellmarkForm& f, const ChartPen& pen, double w, d
 {
     const bool gain = ticked(f.ShowGainTrace) && f.ampScale != 0;
     const bool phase = ticked(f.ShowPhaseTrace);
-    for (int i = 0; i < kTraceSegments; ++i) {
-        const float x1 = keptF32(traceX(w, i));
-        const float x2 = keptF32(traceX(w, i + 1));
-        if (gain) {
-            const float y1 = keptF32(gainY(f, h, i + 1));
-            const float y2 = keptF32(gainY(f, h, i + 2));
-            if (!(d64(x2) > w || d64(y2) > h)) pen.line(x1, y1, x2, y2, kGainColor);
-        }
-        if (phase) {
-            const float y1 = keptF32(phaseY(f, h, i + 1));
-            const float y2 = keptF32(phaseY(f, h, i + 2));
-            if (!(d64(x2) > w || d64(y2) > h)) pen.line(x1, y1, x2, y2, kPhaseColor);
-        }
+    TracePoints g, p;
+    for (int j = 1; j <= kTraceSegments + 1; ++j)
+        g.x[static_cast<std::size_t>(j)] = traceX(w, j);
+    if (gain) gainPoints(f, h, g);
+    if (phase) phasePoints(f, h, p);
+    for (std::size_t j = 1; j <= kTraceSegments; ++j) {
+        const float x1 = g.x[j], x2 = g.x[j + 1];
+        if (d64(x2) > w) continue;
+        if (gain && d64(g.y[j + 1]) <= h) pen.line(x1, g.y[j], x2, g.y[j + 1], kGainColor);
+        if (phase && d64(p.y[j + 1]) <= h) pen.line(x1, p.y[j], x2, p.y[j + 1], kPhaseColor);
     }
 }
 

@@ -1,0 +1,127 @@
+#pragma once
+// The arithmetic of Response in two stages, so that the sweep can prepare a
+// section once and run each stage over all its points: first the plain
+// arithmetic (w, the gain ratio, the arctangent's argument), then the
+// logarithm and the arctangent. Response runs the same two stages for one
+// point, so the sweep and the table give the same numbers.
+#include "chart/chart_numbers.h"
+#include "numbers/float_store.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+
+namespace qm {
+
+/// What a section's response needs from its coefficients alone.
+struct SectionModel
+{
+    enum class Kind { Pair, RealPole, Flat };
+    Kind kind = Kind::Flat;
+    double bZero = 0;   ///< as stored, widened
+    double bOne = 0;    ///< as stored, widened
+    double r = 0;       ///< natural angular frequency of a pair, sqrt(bZero)
+    double damping = 0; ///< bOne²/bZero of a pair
+};
+
+/// A section at one frequency after the first stage.
+struct RatioPoint
+{
+    float w = 0;        ///< frequency normalised to the section, as stored
+    float mag = 1;      ///< gain as a ratio, as stored
+    double atanArg = 0; ///< the arctangent's argument (unused where w is 1)
+};
+
+/// Far above a section's natural frequency the normalised frequency is held
+/// here, so that w² and w⁴ stay finite; the gain there is about -360 dB.
+constexpr double kWLimit = 1e9;
+/// A real pole at 0 rad/s would divide by zero; it is taken a little above.
+constexpr float kRealPoleFloor = 1e-6f;
+
+/// Prepares s² + bOne·s + bZero, or s + bZero when bOne is 0. A real pole
+/// at 0 is moved to kRealPoleFloor, and bZero says so to the caller.
+inline SectionModel prepareSection(float& bZero, float bOne)
+{
+    SectionModel m;
+    m.bOne = d64(bOne);
+    if (bOne == 0) {
+        if (bZero == 0) bZero = kRealPoleFloor;
+        m.kind = SectionModel::Kind::RealPole;
+        m.bZero = d64(bZero);
+        return m;
+    }
+    m.bZero = d64(bZero);
+    // No design realises a pair with bZero ≤ 0; it counts as a wire rather
+    // than failing the recalculation.
+    if (!(bZero > 0)) return m;
+    m.kind = SectionModel::Kind::Pair;
+    m.r = std::sqrt(m.bZero);
+    m.damping = m.bOne * m.bOne / m.bZero;
+    return m;
+}
+
+/// Rounds a value known not to be NaN to 32 bits, held within the range;
+/// branch-free, so that the first stage's loops can run side by side.
+inline float heldF32(double x)
+{
+    constexpr double kTop = static_cast<double>(FLT_MAX);
+    return static_cast<float>(std::min(std::max(x, -kTop), kTop));
+}
+
+/// First stage of a pair at f Hz. w is held within ±1e9 before it is stored,
+/// which gives the same float as storing first and limiting after.
+inline RatioPoint pairRatio(const SectionModel& m, float f)
+{
+    RatioPoint p;
+    const double wide = (d64(f) + d64(f)) * Pi / m.r;
+    p.w = static_cast<float>(std::min(std::max(wide, -kWLimit), kWLimit));
+    const double w = d64(p.w);
+    const double oneMinusW2 = 1 - w * w;
+    p.mag = heldF32(1 / std::sqrt(oneMinusW2 * oneMinusW2 + m.damping * w * w));
+    p.atanArg = (w * m.bOne / m.r) / oneMinusW2;
+    return p;
+}
+
+/// First stage of a real pole at f Hz.
+inline RatioPoint realPoleRatio(const SectionModel& m, float f)
+{
+    RatioPoint p;
+    p.w = heldF32((d64(f) + d64(f)) * Pi / m.bZero);
+    const double w = d64(p.w);
+    p.mag = heldF32(1 / std::sqrt(w * w + 1));
+    p.atanArg = w;
+    return p;
+}
+
+inline RatioPoint ratioAt(const SectionModel& m, float f)
+{
+    switch (m.kind) {
+    case SectionModel::Kind::Pair:
+        return pairRatio(m, f);
+    case SectionModel::Kind::RealPole:
+        return realPoleRatio(m, f);
+    case SectionModel::Kind::Flat:
+        break;
+    }
+    return {};
+}
+
+/// Second stage: gain in dB and phase in degrees. A gain that underflowed to
+/// 0 has no logarithm: it stays 0, and its phase stays in radians.
+inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& mag, float& phase)
+{
+    mag = p.mag;
+    if (kind == SectionModel::Kind::Pair && p.w == 1.0f) {
+        phase = keptF32(-Pi / 2);
+    } else {
+        phase = keptF32(-std::atan(p.atanArg));
+        // Past a pair's natural frequency the arctangent folds back; the
+        // phase goes on from -90° towards -180° instead.
+        if (kind == SectionModel::Kind::Pair && p.w > 1.0f) phase = keptF32(d64(phase) - Pi);
+    }
+    if (!(mag > 0)) return;
+    mag = keptF32(20 * std::log(d64(mag)) / std::log(10.0));
+    phase = keptF32(d64(phase) * 180 / Pi);
+}
+
+} // namespace qm
