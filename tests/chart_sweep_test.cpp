@@ -1,6 +1,7 @@
 // The chart pass: sweep, grid and the segments it draws, checked against the
 // transfer functions evaluated independently in double.
 #include "chart/chart_pass.h"
+#include "design/cycle.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
@@ -422,6 +423,33 @@ TEST(Traces, OddDesignsDrawOnlyFiniteLines)
         EXPECT_GE(c.f.gdScale, 1) << k.name;
         EXPECT_TRUE(std::isfinite(c.f.ampScale) && std::isfinite(c.f.ampOffset)) << k.name;
     }
+}
+
+} // namespace
+
+namespace {
+
+/// The chart as the whole recalculation leaves it for the built-in design.
+TEST(Cycle, TheStartUpDesignIsCharted)
+{
+    qm::RecordingPlatform p;
+    qm::QuellmarkForm f(p.services());
+    qm::Form_Initialize(f);
+    ASSERT_GE(f.sectionRows, 1);
+    EXPECT_EQ(f.Gfreq[0].text, "100 Hz");
+    EXPECT_EQ(f.Gfreq[3].text, "100 kHz");
+    EXPECT_NEAR(f.sweepGainDB[1], 0.0, 0.1); // flat passband, without gain
+    EXPECT_LT(f.sweepGainDB[570], -100.0f);
+    EXPECT_EQ(f.Ampl[0].text.substr(f.Ampl[0].text.size() - 2), "dB");
+    EXPECT_GE(f.gdScale, 1);
+    std::size_t gain = 0, phase = 0;
+    for (const qm::RecordedLine& l : p.graph.lines) {
+        gain += l.color == kGain;
+        phase += l.color == kPhase;
+    }
+    EXPECT_GT(gain, 300u);
+    EXPECT_EQ(phase, 565u);
+    EXPECT_EQ(p.background.lines.size(), p.graph.lines.size());
 }
 
 } // namespace
