@@ -283,7 +283,7 @@ TEST(Traces, GainIsLiftedByThePassbandGain)
     c.run(20.0f); // gain 10
     EXPECT_EQ(c.f.Ampl[1].text, "20dB");
     EXPECT_EQ(c.f.chartGainRef, 20.0f);
-    const qm::RecordedLine& first = c.lines(kGain).front();
+    const qm::RecordedLine first = c.lines(kGain).front();
     // 20 dB in the passband sits on the line below the top (30 dB).
     EXPECT_NEAR(first.y1, c.h / 8, 0.05);
 }
