@@ -22,7 +22,16 @@ struct SectionModel
     double bOne = 0;    ///< as stored, widened
     double r = 0;       ///< natural angular frequency of a pair, sqrt(bZero)
     double damping = 0; ///< bOne²/bZero of a pair
+    double toW = 0;     ///< from hertz to w: 2·Pi/r for a pair, 2·Pi/bZero for a real pole
+    double bOneOverR = 0;
 };
+
+// The divisions by per-section and fixed constants are taken as products
+// with their reciprocals: a sweep evaluates thousands of points, and the
+// products differ from the quotients only in the last bit of a double,
+// below what survives the rounding to 32 bits.
+constexpr double kDbPerNeper = 20 / 2.302585092994045684; ///< 20/ln(10)
+constexpr double kDegPerRad = 180 / Pi;
 
 /// A section at one frequency after the first stage.
 struct RatioPoint
@@ -48,6 +57,7 @@ inline SectionModel prepareSection(float& bZero, float bOne)
         if (bZero == 0) bZero = kRealPoleFloor;
         m.kind = SectionModel::Kind::RealPole;
         m.bZero = d64(bZero);
+        m.toW = 2 * Pi / m.bZero;
         return m;
     }
     m.bZero = d64(bZero);
@@ -57,6 +67,8 @@ inline SectionModel prepareSection(float& bZero, float bOne)
     m.kind = SectionModel::Kind::Pair;
     m.r = std::sqrt(m.bZero);
     m.damping = m.bOne * m.bOne / m.bZero;
+    m.toW = 2 * Pi / m.r;
+    m.bOneOverR = m.bOne / m.r;
     return m;
 }
 
@@ -73,12 +85,12 @@ inline float heldF32(double x)
 inline RatioPoint pairRatio(const SectionModel& m, float f)
 {
     RatioPoint p;
-    const double wide = (d64(f) + d64(f)) * Pi / m.r;
+    const double wide = d64(f) * m.toW;
     p.w = static_cast<float>(std::min(std::max(wide, -kWLimit), kWLimit));
     const double w = d64(p.w);
     const double oneMinusW2 = 1 - w * w;
     p.mag = heldF32(1 / std::sqrt(oneMinusW2 * oneMinusW2 + m.damping * w * w));
-    p.atanArg = (w * m.bOne / m.r) / oneMinusW2;
+    p.atanArg = (w * m.bOneOverR) / oneMinusW2;
     return p;
 }
 
@@ -86,7 +98,7 @@ inline RatioPoint pairRatio(const SectionModel& m, float f)
 inline RatioPoint realPoleRatio(const SectionModel& m, float f)
 {
     RatioPoint p;
-    p.w = heldF32((d64(f) + d64(f)) * Pi / m.bZero);
+    p.w = heldF32(d64(f) * m.toW);
     const double w = d64(p.w);
     p.mag = heldF32(1 / std::sqrt(w * w + 1));
     p.atanArg = w;
@@ -120,8 +132,8 @@ inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& 
         if (kind == SectionModel::Kind::Pair && p.w > 1.0f) phase = keptF32(d64(phase) - Pi);
     }
     if (!(mag > 0)) return;
-    mag = keptF32(20 * std::log(d64(mag)) / std::log(10.0));
-    phase = keptF32(d64(phase) * 180 / Pi);
+    mag = keptF32(std::log(d64(mag)) * kDbPerNeper);
+    phase = keptF32(d64(phase) * kDegPerRad);
 }
 
 } // namespace qm
