@@ -145,18 +145,32 @@ void roundCapacitorAsResistor(float& C, int capdiv, RoundingContext& ctx)
 
 } // namespace
 
+namespace {
+
+struct SeriesName
+{
+    std::string_view text;
+    int size;
+};
+
+int seriesNamed(std::string_view listText, std::initializer_list<SeriesName> names)
+{
+    for (const SeriesName& s : names)
+        if (listText == s.text) return s.size;
+    return 0;
+}
+
+} // namespace
+
 int resistorSeriesOf(std::string_view listText)
 {
-    for (int n : {12, 24, 48, 96, 192})
-        if (listText == "E" + std::to_string(n)) return n;
-    return 0;
+    return seriesNamed(listText,
+                       {{"E12", 12}, {"E24", 24}, {"E48", 48}, {"E96", 96}, {"E192", 192}});
 }
 
 int capacitorSeriesOf(std::string_view listText)
 {
-    for (int n : {6, 12, 24})
-        if (listText == "E" + std::to_string(n)) return n;
-    return 0;
+    return seriesNamed(listText, {{"E6", 6}, {"E12", 12}, {"E24", 24}});
 }
 
 void StdRes(float& r, RoundingContext& ctx)
