@@ -31,11 +31,10 @@ void analyseWith(QuellmarkForm& f, float c1, float c2)
 /// stands in b0Real, b1Real.
 void measureSensitivities(QuellmarkForm& f, std::size_t j)
 {
-    std::string unused;
     analyseWith(f, f.C1[j], f32(d64(f.C2[j]) * kPerturbation));
-    SensText(f, unused, f.adjFnSensC2, f.adjQSensC2);
+    SensPercents(f, f.adjFnSensC2, f.adjQSensC2);
     analyseWith(f, f32(d64(f.C1[j]) * kPerturbation), f.C2[j]);
-    SensText(f, unused, f.adjFnSensC1, f.adjQSensC1);
+    SensPercents(f, f.adjFnSensC1, f.adjQSensC1);
     analyseWith(f, f.C1[j], f.C2[j]);
 }
 

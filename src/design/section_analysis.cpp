@@ -73,29 +73,54 @@ void SallenAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float
     b1out = f32(std::fabs(d * d64(f.anaWn)));
 }
 
+namespace {
+
+/// Percent change of Fn (new minus old) and of Q (old minus new) between the
+/// section as built and as perturbed.
+struct Percents
+{
+    double fn;
+    double q;
+};
+
+Percents percentChange(double b0, double b1, double b0Real, double b1Real)
+{
+    const double root = std::sqrt(b0);
+    const double realRoot = checkedSqrt(b0Real);
+    return {(realRoot - root) * 100 / root, (root / b1 - realRoot / b1Real) * 100 / root * b1};
+}
+
+} // namespace
+
 void SensText(QuellmarkForm& f, std::string& text, float& FnPercent, float& QPercent)
 {
     const double b0 = d64(f.b0[f.sectionNum]);
     const double b1 = d64(f.b1[f.sectionNum]);
-    const double b0Real = d64(f.b0Real), b1Real = d64(f.b1Real);
     if (f.b1Real == 0) {
         // A real stage: b0 is the pole, so this is the pole's change.
-        const double pole = checkedDiv((b0Real - b0) * 100, b0);
+        const double pole = checkedDiv((d64(f.b0Real) - b0) * 100, b0);
         text = formatPattern(pole, "#0.0", f.decSep) + kNoQPart;
         return;
     }
     if (b0 <= 0 || b1 <= 0) return;
-    // Fn counts the new value minus the old, Q the old minus the new.
-    const double root = std::sqrt(b0);
-    const double p = (checkedSqrt(b0Real) - root) * 100 / root;
-    f.sensFnText = "  " + formatPattern(p, "#0.0", f.decSep);
-    FnPercent = f32(p);
+    const Percents p = percentChange(b0, b1, d64(f.b0Real), d64(f.b1Real));
+    f.sensFnText = "  " + formatPattern(p.fn, "#0.0", f.decSep);
+    FnPercent = f32(p.fn);
     TrimSensitivityText(f.sensFnText, f.decSep);
-    const double q = (root / b1 - checkedSqrt(b0Real) / b1Real) * 100 / root * b1;
-    f.sensQText = formatPattern(q, "##0.0", f.decSep);
-    QPercent = f32(q);
+    f.sensQText = formatPattern(p.q, "##0.0", f.decSep);
+    QPercent = f32(p.q);
     TrimSensitivityText(f.sensQText, f.decSep);
     text = f.sensFnText + "; " + f.sensQText;
+}
+
+void SensPercents(QuellmarkForm& f, float& FnPercent, float& QPercent)
+{
+    const double b0 = d64(f.b0[f.sectionNum]);
+    const double b1 = d64(f.b1[f.sectionNum]);
+    if (f.b1Real == 0 || b0 <= 0 || b1 <= 0) return;
+    const Percents p = percentChange(b0, b1, d64(f.b0Real), d64(f.b1Real));
+    FnPercent = f32(p.fn);
+    QPercent = f32(p.q);
 }
 
 void TrimSensitivityText(std::string& text, char decSep)
