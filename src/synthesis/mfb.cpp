@@ -47,17 +47,8 @@ class MfbSection
 
     void realPole()
     {
-        // A capacitor fixed for the real stage arrives negative.
-        p_.cOne = std::fabs(p_.cOne);
-        if (p_.cOne == 0) {
-            p_.cOne = f32(1 / b0_ / d64(p_.ROne)); // pole = 1/(R1·C1)
-            StdCaps(p_.cOne, 0, 1, ctx_.rounding);
-        }
-        p_.ROne = f32(1 / b0_ / d64(p_.cOne));
-        StdRes(p_.ROne, ctx_.rounding);
-        p_.RTwo = 0;
+        synthesiseRealStage(b0_, p_, ctx_.rounding);
         p_.RThree = 0;
-        p_.cTwo = 0;
     }
 
   private:

@@ -62,19 +62,7 @@ class SallenSection
         resistors();
     }
 
-    void realPole()
-    {
-        // A capacitor fixed for the real stage arrives negative.
-        p_.cOne = std::fabs(p_.cOne);
-        if (p_.cOne == 0) {
-            p_.cOne = f32(1 / b0_ / d64(p_.ROne)); // pole = 1/(R1·C1)
-            StdCaps(p_.cOne, 0, 1, ctx_.rounding);
-        }
-        p_.ROne = f32(1 / b0_ / d64(p_.cOne));
-        StdRes(p_.ROne, ctx_.rounding);
-        p_.RTwo = 0;
-        p_.cTwo = 0;
-    }
+    void realPole() { synthesiseRealStage(b0_, p_, ctx_.rounding); }
 
   private:
     /// Largest C1 for this C2. At a gain near 1 and a Q above 5 the margin

@@ -48,4 +48,10 @@ struct SynthesisContext
     char decSep = '.';
 };
 
+/// The first-order stage of either circuit: R1 and C1 for the pole b0 in
+/// rad/s. A C1 fixed by the designer arrives negative and wins; without one,
+/// C1 follows from the R1 seed and R1 is worked out again from the standard
+/// C1. R2 and C2 come out 0.
+void synthesiseRealStage(double b0, SectionParts& p, RoundingContext& rounding);
+
 } // namespace qm
