@@ -1,0 +1,273 @@
+#include "shell/control_widgets.h"
+
+#include "shell/text_fit.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+
+namespace qm {
+
+namespace {
+
+bool leftClickInside(const QWidget& w, const QMouseEvent& e)
+{
+    return e.button() == Qt::LeftButton && w.rect().contains(e.position().toPoint());
+}
+
+} // namespace
+
+// --- EntryBox --------------------------------------------------------------
+
+EntryBox::EntryBox(std::string control, ControlEvents& events, QWidget* parent)
+    : QLineEdit(parent), control_(std::move(control)), events_(events)
+{
+    connect(this, &QLineEdit::textEdited, this,
+            [this](const QString& text) { events_.entryEdited(control_, text); });
+}
+
+void EntryBox::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        EventArgs args;
+        args.keyCode = kKeyEnter;
+        events_.userEvent(control_, FormEvent::KeyDown, args);
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void EntryBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+}
+
+// --- ListChoice ------------------------------------------------------------
+
+ListChoice::ListChoice(std::string control, ControlEvents& events, QWidget* parent)
+    : QComboBox(parent), control_(std::move(control))
+{
+    connect(this, &QComboBox::activated, this,
+            [this, &events](int index) { events.listChosen(control_, index); });
+}
+
+// --- ChoiceButton ----------------------------------------------------------
+
+ChoiceButton::ChoiceButton(std::string control, Style style, ControlEvents& events, QWidget* parent)
+    : QAbstractButton(parent), style_(style)
+{
+    setAttribute(Qt::WA_Hover);
+    connect(this, &QAbstractButton::clicked, this,
+            [control = std::move(control), &events] { events.choiceClicked(control); });
+}
+
+void ChoiceButton::setOn(bool on)
+{
+    if (on_ == on) return;
+    on_ = on;
+    update();
+}
+
+QSize ChoiceButton::sizeHint() const
+{
+    return size();
+}
+
+bool ChoiceButton::hitButton(const QPoint& pos) const
+{
+    return rect().contains(pos);
+}
+
+QRect ChoiceButton::indicatorRect() const
+{
+    QStyleOptionButton opt;
+    opt.initFrom(this);
+    const bool option = style_ == Style::Option;
+    const int w = style()->pixelMetric(
+        option ? QStyle::PM_ExclusiveIndicatorWidth : QStyle::PM_IndicatorWidth, &opt, this);
+    const int h = style()->pixelMetric(
+        option ? QStyle::PM_ExclusiveIndicatorHeight : QStyle::PM_IndicatorHeight, &opt, this);
+    return QRect(0, 0, w, h);
+}
+
+void ChoiceButton::paintEvent(QPaintEvent*)
+{
+    QPainter p(this);
+    const bool option = style_ == Style::Option;
+    QStyleOptionButton opt;
+    opt.initFrom(this);
+    opt.state |= on_ ? QStyle::State_On : QStyle::State_Off;
+    if (isDown()) opt.state |= QStyle::State_Sunken;
+    const QRect indicator = indicatorRect();
+    const int spacing = style()->pixelMetric(
+        option ? QStyle::PM_RadioButtonLabelSpacing : QStyle::PM_CheckBoxLabelSpacing, &opt, this);
+    const QRectF area(indicator.width() + spacing, 0, width() - indicator.width() - spacing,
+                      height());
+    const bool wrap = height() >= 2 * fontMetrics().height();
+    const QFont font = fittedFont(this->font(), text(), area.size(), wrap);
+    p.setFont(font);
+    const QFontMetricsF m(font);
+    const int flags = (wrap ? Qt::TextWordWrap : Qt::TextSingleLine) | Qt::AlignLeft;
+    QRectF used = m.boundingRect(QRectF(0, 0, area.width(), 1e6), flags, text());
+    used.moveTopLeft(QPointF(area.left(), (height() - used.height()) / 2));
+    // The indicator stands level with the first line of the caption.
+    const double firstLine = used.top() + m.height() / 2;
+    opt.rect = indicator.translated(0, static_cast<int>(firstLine - indicator.height() / 2.0));
+    style()->drawPrimitive(option ? QStyle::PE_IndicatorRadioButton : QStyle::PE_IndicatorCheckBox,
+                           &opt, &p, this);
+    p.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    p.drawText(used, flags, text());
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = used.toAlignedRect().adjusted(-1, 0, 1, 0);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &p, this);
+    }
+}
+
+// --- TextLabel -------------------------------------------------------------
+
+TextLabel::TextLabel(std::string control, ControlEvents& events, QWidget* parent)
+    : QWidget(parent), control_(std::move(control)), events_(events)
+{
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void TextLabel::setText(const QString& text)
+{
+    if (text == text_) return;
+    text_ = text;
+    fitValid_ = false;
+    update();
+}
+
+void TextLabel::setAlignment(Qt::Alignment alignment)
+{
+    if (alignment == alignment_) return;
+    alignment_ = alignment;
+    update();
+}
+
+void TextLabel::setWrap(bool wrap)
+{
+    if (wrap == wrap_) return;
+    wrap_ = wrap;
+    fitValid_ = false;
+    update();
+}
+
+void TextLabel::setColors(const QColor& text, const QColor& ground)
+{
+    if (text == textColor_ && ground == ground_) return;
+    textColor_ = text;
+    ground_ = ground;
+    update();
+}
+
+void TextLabel::setBorder(bool border)
+{
+    if (border == border_) return;
+    border_ = border;
+    update();
+}
+
+void TextLabel::setHalo(const QColor& halo)
+{
+    halo_ = halo;
+    update();
+}
+
+void TextLabel::setMargin(int px)
+{
+    margin_ = px;
+    fitValid_ = false;
+    update();
+}
+
+QRectF TextLabel::textArea() const
+{
+    return QRectF(rect()).adjusted(margin_, margin_, -margin_, -margin_);
+}
+
+QFont TextLabel::shownFont() const
+{
+    if (!fitValid_) {
+        QString shown = text_;
+        fitted_ = fittedFont(font(), shown, textArea().size(), wrap_);
+        fitValid_ = true;
+    }
+    return fitted_;
+}
+
+void TextLabel::resizeEvent(QResizeEvent* event)
+{
+    fitValid_ = false;
+    QWidget::resizeEvent(event);
+}
+
+void TextLabel::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange) fitValid_ = false;
+    QWidget::changeEvent(event);
+}
+
+void TextLabel::paintEvent(QPaintEvent*)
+{
+    QPainter p(this);
+    if (ground_.isValid()) {
+        p.setRenderHint(QPainter::Antialiasing);
+        p.setPen(border_ ? QPen(palette().color(QPalette::Mid), 1) : Qt::NoPen);
+        p.setBrush(ground_);
+        constexpr double kCorner = 3.0;
+        p.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+    }
+    if (text_.isEmpty()) return;
+    p.setFont(shownFont());
+    const int flags =
+        static_cast<int>(alignment_) | (wrap_ ? Qt::TextWordWrap : Qt::TextSingleLine);
+    if (halo_.isValid()) {
+        const QRectF used = p.boundingRect(textArea(), flags, text_);
+        p.fillRect(used.adjusted(-2, 0, 2, 0), halo_);
+    }
+    QColor ink = textColor_.isValid() ? textColor_ : palette().color(QPalette::WindowText);
+    if (!isEnabled()) ink = palette().color(QPalette::Disabled, QPalette::WindowText);
+    p.setPen(ink);
+    p.drawText(textArea(), flags, text_);
+}
+
+void TextLabel::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+}
+
+void TextLabel::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::DblClick);
+}
+
+// --- FrameBox and CommandButton --------------------------------------------
+
+FrameBox::FrameBox(std::string control, ControlEvents& events, QWidget* parent)
+    : QGroupBox(parent), control_(std::move(control)), events_(events)
+{
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void FrameBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    QGroupBox::mouseReleaseEvent(event);
+    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+}
+
+CommandButton::CommandButton(std::string control, ControlEvents& events, QWidget* parent)
+    : QPushButton(parent)
+{
+    connect(this, &QPushButton::clicked, this, [control = std::move(control), &events] {
+        events.userEvent(control, FormEvent::Click);
+    });
+}
+
+} // namespace qm

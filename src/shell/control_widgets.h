@@ -1,0 +1,144 @@
+#pragma once
+// One widget kind per kind of control of the design screen. Each widget knows
+// the name of its control and sends what the user does to a ControlEvents;
+// it changes no design state itself. Setting a widget from the model goes
+// through plain setters that send nothing.
+#include "screen/quellmark_form.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <string>
+
+namespace qm {
+
+/// Where the widgets send the user's actions, by control name.
+class ControlEvents
+{
+  public:
+    virtual ~ControlEvents() = default;
+    /// The text of an entry changed under the user's hands.
+    virtual void entryEdited(const std::string& control, const QString& text) = 0;
+    /// Any other event of the named control.
+    virtual void userEvent(const std::string& control, FormEvent event,
+                           const EventArgs& args = {}) = 0;
+    /// The user chose an item of a list.
+    virtual void listChosen(const std::string& control, int index) = 0;
+    /// The user clicked an option button or a check box.
+    virtual void choiceClicked(const std::string& control) = 0;
+};
+
+/// A text entry. Enter raises KeyDown with key code 13; a click raises Click.
+class EntryBox : public QLineEdit
+{
+  public:
+    EntryBox(std::string control, ControlEvents& events, QWidget* parent);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    std::string control_;
+    ControlEvents& events_;
+};
+
+/// A list of fixed items, shown as a drop-down list.
+class ListChoice : public QComboBox
+{
+  public:
+    ListChoice(std::string control, ControlEvents& events, QWidget* parent);
+
+  private:
+    std::string control_;
+};
+
+/// An option button or a check box whose state is the model's: a click only
+/// reports, the next synchronisation shows the result. The caption breaks
+/// into lines where the control is tall enough, else it is set narrower.
+class ChoiceButton : public QAbstractButton
+{
+  public:
+    enum class Style { Option, Check };
+    ChoiceButton(std::string control, Style style, ControlEvents& events, QWidget* parent);
+
+    void setOn(bool on);
+    bool isOn() const { return on_; }
+    QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool hitButton(const QPoint& pos) const override;
+
+  private:
+    QRect indicatorRect() const;
+    Style style_;
+    bool on_ = false;
+};
+
+/// A caption or a result: text in a fixed box, never cut while a narrower or
+/// smaller font can show it. It may carry a ground colour, a border, and a
+/// halo that keeps lines of a drawing away from the text.
+class TextLabel : public QWidget
+{
+  public:
+    TextLabel(std::string control, ControlEvents& events, QWidget* parent);
+
+    void setText(const QString& text);
+    QString text() const { return text_; }
+    void setAlignment(Qt::Alignment alignment);
+    void setWrap(bool wrap);
+    void setColors(const QColor& text, const QColor& ground);
+    void setBorder(bool border);
+    void setHalo(const QColor& halo);
+    void setMargin(int px);
+    /// The font the text is shown in, after fitting it to the box.
+    QFont shownFont() const;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    QRectF textArea() const;
+    std::string control_;
+    ControlEvents& events_;
+    QString text_;
+    Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
+    bool wrap_ = false;
+    QColor textColor_;
+    QColor ground_;
+    QColor halo_;
+    bool border_ = false;
+    int margin_ = 0;
+    mutable QFont fitted_;
+    mutable bool fitValid_ = false;
+};
+
+/// A frame with a caption; a click on it is an event of the frame.
+class FrameBox : public QGroupBox
+{
+  public:
+    FrameBox(std::string control, ControlEvents& events, QWidget* parent);
+
+  protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    std::string control_;
+    ControlEvents& events_;
+};
+
+class CommandButton : public QPushButton
+{
+  public:
+    CommandButton(std::string control, ControlEvents& events, QWidget* parent);
+};
+
+} // namespace qm

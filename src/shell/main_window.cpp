@@ -1,0 +1,291 @@
+#include "shell/main_window.h"
+
+#include "design/cycle.h"
+#include "shell/chart_view.h"
+#include "shell/form_canvas.h"
+#include "shell/schematic_view.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLayout>
+#include <QMenuBar>
+
+#include <algorithm>
+
+namespace qm {
+
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.services())
+{
+    platform_.setParentWidget(this);
+    buildWidgets();
+    buildMenus();
+    applyTabOrder();
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { focusMovedTo(now); });
+    syncFromModel();
+}
+
+MainWindow::~MainWindow()
+{
+    // The widgets go with the window; no focus change may reach the form
+    // while they do.
+    syncing_ = true;
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
+void MainWindow::start()
+{
+    dispatch([this] { form_.runGuarded([this] { Form_Initialize(form_); }); });
+}
+
+QWidget* MainWindow::widgetOf(std::string_view control) const
+{
+    auto it = byName_.find(std::string(control));
+    return it == byName_.end() ? nullptr : bindings_[it->second].widget;
+}
+
+QAction* MainWindow::actionOf(std::string_view control) const
+{
+    auto it = actions_.find(std::string(control));
+    return it == actions_.end() ? nullptr : it->second;
+}
+
+// --- Building ---------------------------------------------------------------
+
+namespace {
+
+/// Widgets are made in layers: frames, which hold others; pictures; texts
+/// over the pictures; and on top what the user works with.
+int layerOf(const Control& c)
+{
+    switch (c.kind) {
+    case ControlKind::Frame:
+        return c.container.empty() ? 0 : 1;
+    case ControlKind::Picture:
+        return 2;
+    case ControlKind::Label:
+        return 3;
+    case ControlKind::TextBox:
+    case ControlKind::ListBox:
+    case ControlKind::CheckBox:
+    case ControlKind::OptionButton:
+    case ControlKind::Button:
+        return 4;
+    default:
+        return -1;
+    }
+}
+
+constexpr int kLayers = 5;
+
+} // namespace
+
+void MainWindow::buildWidgets()
+{
+    canvas_ = new FormCanvas(form_, platform_.background, *this, this);
+    setCentralWidget(canvas_);
+    bindings_.reserve(form_.all().size());
+    for (int layer = 0; layer < kLayers; ++layer) {
+        for (Control* c : form_.all()) {
+            if (layerOf(*c) != layer) continue;
+            QWidget* w = createWidget(*c);
+            styleWidget(*c, w);
+            byName_[c->name] = bindings_.size();
+            byWidget_[w] = bindings_.size();
+            bindings_.push_back({c, w, *c, true});
+        }
+    }
+}
+
+QWidget* MainWindow::createWidget(Control& c)
+{
+    QWidget* parent = c.container.empty() ? canvas_ : widgetOf(c.container);
+    if (!parent) parent = canvas_;
+    switch (c.kind) {
+    case ControlKind::Frame:
+        return new FrameBox(c.name, *this, parent);
+    case ControlKind::TextBox:
+        return new EntryBox(c.name, *this, parent);
+    case ControlKind::ListBox:
+        return new ListChoice(c.name, *this, parent);
+    case ControlKind::CheckBox:
+        return new ChoiceButton(c.name, ChoiceButton::Style::Check, *this, parent);
+    case ControlKind::OptionButton:
+        return new ChoiceButton(c.name, ChoiceButton::Style::Option, *this, parent);
+    case ControlKind::Button:
+        return new CommandButton(c.name, *this, parent);
+    case ControlKind::Picture:
+        if (&c == &form_.Graph) {
+            chart_ = new ChartView(form_.Graph, form_.Cursor, platform_.graph, *this, parent);
+            return chart_;
+        }
+        if (const auto kind = pictureOf(c.base))
+            return new SchematicView(c.name, *kind, *this, parent);
+        return new TextLabel(c.name, *this, parent);
+    default:
+        return new TextLabel(c.name, *this, parent);
+    }
+}
+
+namespace {
+
+/// Value labels of the schematics stand over lines of the drawings.
+bool isSchematicValue(const Control& c)
+{
+    static const char* const kBases[] = {"R1", "R2", "R3", "R4", "C1L", "C2L", "RealR", "RealC"};
+    return std::any_of(std::begin(kBases), std::end(kBases),
+                       [&](const char* b) { return c.base == b; });
+}
+
+Qt::Alignment alignmentOf(const Control& c)
+{
+    constexpr int kTallText = 1000;
+    const Qt::Alignment vertical =
+        c.multiLine && c.height >= kTallText ? Qt::AlignTop : Qt::AlignVCenter;
+    switch (c.alignment) {
+    case 1:
+        return Qt::AlignRight | vertical;
+    case 2:
+        return Qt::AlignHCenter | vertical;
+    default:
+        return Qt::AlignLeft | vertical;
+    }
+}
+
+} // namespace
+
+void MainWindow::styleWidget(const Control& c, QWidget* w)
+{
+    QFont font = w->font();
+    if (c.fontSize > 0) font.setPointSizeF(c.fontSize);
+    font.setBold(c.bold);
+    w->setFont(font);
+    if (auto* label = dynamic_cast<TextLabel*>(w)) {
+        label->setWrap(c.multiLine);
+        label->setAlignment(alignmentOf(c));
+        if (isSchematicValue(c)) label->setHalo(palette().color(QPalette::Base));
+        if (&c == &form_.Prompt) label->setMargin(6);
+    }
+    if (auto* entry = dynamic_cast<EntryBox*>(w)) {
+        entry->setAlignment(c.alignment == 1 ? Qt::AlignRight : Qt::AlignLeft);
+        if (c.tabIndex < 0) entry->setFocusPolicy(Qt::ClickFocus);
+    }
+}
+
+void MainWindow::applyTabOrder()
+{
+    std::vector<const Binding*> order;
+    for (const Binding& b : bindings_)
+        if (b.control->tabIndex >= 0) order.push_back(&b);
+    std::sort(order.begin(), order.end(), [](const Binding* a, const Binding* b) {
+        return a->control->tabIndex < b->control->tabIndex;
+    });
+    for (std::size_t k = 1; k < order.size(); ++k)
+        QWidget::setTabOrder(order[k - 1]->widget, order[k]->widget);
+}
+
+void MainWindow::buildMenus()
+{
+    for (Control* c : form_.all()) {
+        if (c->kind != ControlKind::Menu) continue;
+        const QString caption = QString::fromStdString(c->text);
+        if (c->menu.empty()) {
+            menus_[c->name] = menuBar()->addMenu(caption);
+            continue;
+        }
+        QMenu* menu = menus_[c->menu];
+        QAction* a = c->text == "-" ? menu->addSeparator() : menu->addAction(caption);
+        if (c->text != "-") {
+            a->setShortcut(QKeySequence(QString::fromStdString(c->accelerator)));
+            a->setCheckable(c->menu == "viewmnu");
+            connect(a, &QAction::triggered, this, [this, name = c->name] { menuChosen(name); });
+        }
+        actions_[c->name] = a;
+    }
+}
+
+// --- Events -----------------------------------------------------------------
+
+void MainWindow::dispatch(const std::function<void()>& work)
+{
+    ++depth_;
+    ++eventsDispatched_;
+    work();
+    if (--depth_ == 0) syncFromModel();
+}
+
+void MainWindow::entryEdited(const std::string& control, const QString& text)
+{
+    Control* c = form_.find(control);
+    if (!c) return;
+    c->text = text.toStdString();
+    if (form_.hasHandler(c->base, FormEvent::Change))
+        dispatch([&] { form_.raise(control, FormEvent::Change); });
+}
+
+void MainWindow::userEvent(const std::string& control, FormEvent event, const EventArgs& args)
+{
+    dispatch([&] { form_.raise(control, event, args); });
+}
+
+void MainWindow::listChosen(const std::string& control, int index)
+{
+    Control* c = form_.find(control);
+    if (!c) return;
+    dispatch([&] { form_.runGuarded([&] { form_.setListIndex(*c, index); }); });
+}
+
+void MainWindow::choiceClicked(const std::string& control)
+{
+    Control* c = form_.find(control);
+    if (!c) return;
+    dispatch([&] {
+        form_.runGuarded([&] {
+            if (c->kind == ControlKind::OptionButton)
+                form_.selectOption(*c);
+            else
+                form_.setCheck(*c, c->checked() ? 0 : kChecked);
+        });
+    });
+}
+
+void MainWindow::menuChosen(const std::string& control)
+{
+    const Control* c = form_.find(control);
+    if (c && c->name == form_.Exitmnu.name && !form_.hasHandler(c->base, FormEvent::Click)) {
+        close();
+        return;
+    }
+    userEvent(control, FormEvent::Click, {});
+}
+
+const MainWindow::Binding* MainWindow::bindingAt(QWidget* w) const
+{
+    // A list's drop-down belongs to the list.
+    for (; w; w = w->parentWidget()) {
+        auto it = byWidget_.find(w);
+        if (it != byWidget_.end()) return &bindings_[it->second];
+        if (w == this) break;
+    }
+    return nullptr;
+}
+
+void MainWindow::focusMovedTo(QWidget* now)
+{
+    if (syncing_ || !now) return;
+    const Binding* b = bindingAt(now);
+    if (!b || now->focusPolicy() == Qt::NoFocus) return;
+    const std::string name = b->control->name;
+    if (form_.focusedControl() == name) return;
+    dispatch([&] { form_.moveFocus(name); });
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    // The program ends with no question and writes nothing.
+    event->accept();
+}
+
+} // namespace qm

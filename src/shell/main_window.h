@@ -1,0 +1,96 @@
+#pragma once
+// The design screen in a window: one widget per control of the view model,
+// placed in twips, and the menus. What the user does goes to the form's
+// handlers by control name; after every handler the widgets are set again
+// from the model, and setting a widget raises nothing.
+#include "screen/quellmark_form.h"
+#include "shell/control_widgets.h"
+#include "shell/qt_platform.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+class QAction;
+class QMenu;
+
+namespace qm {
+
+class ChartView;
+class FormCanvas;
+
+class MainWindow : public QMainWindow, private ControlEvents
+{
+  public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    /// Starts the design screen: the default design, recalculated and drawn.
+    void start();
+
+    QuellmarkForm& form() { return form_; }
+    QtPlatform& platform() { return platform_; }
+    /// The widget that shows a control, or nullptr.
+    QWidget* widgetOf(std::string_view control) const;
+    /// The menu entry of a menu control, or nullptr.
+    QAction* actionOf(std::string_view control) const;
+    ChartView* chart() const { return chart_; }
+    FormCanvas* canvas() const { return canvas_; }
+
+    /// Sets every widget from the model; sends nothing to the form.
+    void syncFromModel();
+    /// User events that reached the form so far.
+    int eventsDispatched() const { return eventsDispatched_; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    struct Binding
+    {
+        Control* control;
+        QWidget* widget;
+        Control shown; ///< the state the widget shows
+        bool fresh = true;
+    };
+
+    // ControlEvents
+    void entryEdited(const std::string& control, const QString& text) override;
+    void userEvent(const std::string& control, FormEvent event, const EventArgs& args) override;
+    void listChosen(const std::string& control, int index) override;
+    void choiceClicked(const std::string& control) override;
+
+    void dispatch(const std::function<void()>& work);
+    void focusMovedTo(QWidget* now);
+    void menuChosen(const std::string& control);
+
+    void buildWidgets();
+    QWidget* createWidget(Control& c);
+    void styleWidget(const Control& c, QWidget* w);
+    void buildMenus();
+    void applyTabOrder();
+    void syncWidget(Binding& b);
+    void syncKind(Binding& b);
+    void syncMenus();
+    void syncWindow();
+    const Binding* bindingAt(QWidget* w) const;
+
+    QtPlatform platform_;
+    QuellmarkForm form_;
+    FormCanvas* canvas_ = nullptr;
+    ChartView* chart_ = nullptr;
+    std::vector<Binding> bindings_;
+    std::unordered_map<std::string, std::size_t> byName_;
+    std::unordered_map<const QWidget*, std::size_t> byWidget_;
+    std::unordered_map<std::string, QAction*> actions_;
+    std::unordered_map<std::string, QMenu*> menus_;
+    int depth_ = 0;
+    bool syncing_ = false;
+    int eventsDispatched_ = 0;
+    int shownHeight_ = -1;
+};
+
+} // namespace qm

@@ -1,0 +1,36 @@
+#pragma once
+// A schematic picture of the design screen: the drawing of its circuit,
+// painted in the same twips as the value labels that stand over it.
+#include "shell/schematic_sketch.h"
+
+#include <QWidget>
+
+#include <string>
+
+class QPainter;
+
+namespace qm {
+
+class ControlEvents;
+
+/// Paints a sketch with 1 unit = 1 twip on a painter already scaled so.
+void paintSketch(QPainter& p, const Sketch& sketch, const QColor& ink, const QColor& nameInk,
+                 const QFont& nameFont);
+
+class SchematicView : public QWidget
+{
+  public:
+    SchematicView(std::string control, PictureKind kind, ControlEvents& events, QWidget* parent);
+    const Sketch& sketch() const { return sketch_; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    std::string control_;
+    ControlEvents& events_;
+    Sketch sketch_;
+};
+
+} // namespace qm

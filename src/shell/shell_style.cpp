@@ -1,0 +1,94 @@
+#include "shell/shell_style.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace qm {
+
+namespace {
+
+// The screen's places were laid out for an 8-point font.
+constexpr double kScreenPoints = 8.0;
+
+/// The platform's style with the parts that take room made smaller: the
+/// screen's places are tight, and a list's arrow or an option's circle
+/// shouldn't take the room of its text.
+class CompactStyle : public QProxyStyle
+{
+  public:
+    using QProxyStyle::QProxyStyle;
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override
+    {
+        switch (metric) {
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+            return kIndicator;
+        case PM_RadioButtonLabelSpacing:
+        case PM_CheckBoxLabelSpacing:
+            return kIndicatorSpacing;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    }
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl sub,
+                         const QWidget* widget) const override
+    {
+        if (control == CC_ComboBox && (sub == SC_ComboBoxArrow || sub == SC_ComboBoxEditField)) {
+            const QRect r = option->rect;
+            if (sub == SC_ComboBoxArrow)
+                return QRect(r.right() - kArrow, r.top(), kArrow, r.height());
+            return QRect(r.left() + 3, r.top() + 1, r.width() - kArrow - 4, r.height() - 2);
+        }
+        return QProxyStyle::subControlRect(control, option, sub, widget);
+    }
+
+  private:
+    static constexpr int kIndicator = 12;
+    static constexpr int kIndicatorSpacing = 4;
+    static constexpr int kArrow = 13;
+};
+
+QPalette lightPalette()
+{
+    QPalette p;
+    p.setColor(QPalette::Window, QColor(0xee, 0xf0, 0xf3));
+    p.setColor(QPalette::WindowText, QColor(0x1d, 0x23, 0x2b));
+    p.setColor(QPalette::Base, Qt::white);
+    p.setColor(QPalette::AlternateBase, QColor(0xf5, 0xf7, 0xfa));
+    p.setColor(QPalette::Text, QColor(0x1d, 0x23, 0x2b));
+    p.setColor(QPalette::Button, QColor(0xe4, 0xe7, 0xeb));
+    p.setColor(QPalette::ButtonText, QColor(0x1d, 0x23, 0x2b));
+    p.setColor(QPalette::Mid, QColor(0xc3, 0xc8, 0xcf));
+    p.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xd6));
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::ToolTipBase, QColor(0xff, 0xfd, 0xe8));
+    p.setColor(QPalette::ToolTipText, QColor(0x1d, 0x23, 0x2b));
+    const QColor disabled(0x8a, 0x92, 0x9c);
+    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, role, disabled);
+    p.setColor(QPalette::Disabled, QPalette::Base, QColor(0xe9, 0xeb, 0xee));
+    return p;
+}
+
+} // namespace
+
+void applyShellStyle(QApplication& app)
+{
+    if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
+        app.setStyle(new CompactStyle(fusion));
+    app.setPalette(lightPalette());
+    QFont font = QApplication::font();
+    font.setPointSizeF(kScreenPoints);
+    app.setFont(font);
+}
+
+} // namespace qm
