@@ -424,13 +424,13 @@ void resultsTable(FormControls& f)
 // prompt panel; the real stage, whose value labels stand higher, takes its
 // outputs down to the sections' inputs inside its picture.
 constexpr int kLineOneTop = 4170;
-constexpr int kLineTwoTop = 6305;
+constexpr int kLineTwoTop = 6325;
 constexpr int kCellWidth = 2150;
 constexpr int kCellGap = 120;
 constexpr int kSingleHeight = 1500;
 constexpr int kDifferentialHeight = 1750;
 constexpr int kSignalDrop = 720;       ///< signal line below a picture's top
-constexpr int kDifferentialSpan = 500; ///< second signal line below the first
+constexpr int kDifferentialSpan = 600; ///< second signal line below the first
 constexpr int kRealLeft = 600;
 constexpr int kRealTop = 3870;
 constexpr int kRealWidth = 1850;
@@ -516,8 +516,8 @@ void joiningLines(FormControls& f)
     line(f.Line3, cIn, kReturnY, cIn, twoSignal);
     // Differential: two lines that never cross. The upper output takes the
     // outer way on the right and the inner one on the left.
-    constexpr int kUpperY = 5980;
-    constexpr int kLowerY = 5920;
+    constexpr int kUpperY = 6010;
+    constexpr int kLowerY = 5950;
     constexpr int kOuterStep = 75;
     const int oneLower = oneSignal + kDifferentialSpan;
     const int twoLower = twoSignal + kDifferentialSpan;

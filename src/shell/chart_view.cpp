@@ -1,6 +1,5 @@
 #include "shell/chart_view.h"
 
-#include "shell/control_widgets.h"
 #include "shell/twips.h"
 
 #include <QMouseEvent>
@@ -118,22 +117,20 @@ EventArgs mouseArgs(const QMouseEvent& e)
 
 void ChartView::mousePressEvent(QMouseEvent* event)
 {
+    // The second press of a double click is no mouse-down of its own.
+    if (event->flags().testFlag(Qt::MouseEventCreatedDoubleClick)) return;
     events_.userEvent(graph_.name, FormEvent::MouseDown, mouseArgs(*event));
 }
 
 void ChartView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (releaseEndsDoubleClick_) {
-        releaseEndsDoubleClick_ = false;
-        return;
-    }
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+    if (clicks_.releaseClicks(*this, *event))
         events_.userEvent(graph_.name, FormEvent::Click, mouseArgs(*event));
 }
 
 void ChartView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    releaseEndsDoubleClick_ = true;
+    clicks_.doubleClicked();
     if (event->button() == Qt::LeftButton)
         events_.userEvent(graph_.name, FormEvent::DblClick, mouseArgs(*event));
 }

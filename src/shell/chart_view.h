@@ -2,14 +2,12 @@
 // The chart picture Graph: the lines that the chart pass drew on its surface,
 // the response cursor over them, and the mouse, reported in the surface's
 // twips as the design logic expects.
+#include "shell/control_widgets.h"
 #include "shell/qt_platform.h"
 
 #include <QWidget>
 
 namespace qm {
-
-class ControlEvents;
-struct Control;
 
 class ChartView : public QWidget
 {
@@ -35,8 +33,7 @@ class ChartView : public QWidget
     int paintedCursor_ = -1;
     Color paintedGround_ = 0;
     bool paintedCursorVisible_ = false;
-    /// The release after a double click is no click of its own.
-    bool releaseEndsDoubleClick_ = false;
+    ClickSequence clicks_;
 };
 
 /// The colour of a design-screen colour value; system colours take the

@@ -17,6 +17,15 @@ bool leftClickInside(const QWidget& w, const QMouseEvent& e)
 
 } // namespace
 
+bool ClickSequence::releaseClicks(const QWidget& w, const QMouseEvent& e)
+{
+    if (swallowRelease_) {
+        swallowRelease_ = false;
+        return false;
+    }
+    return leftClickInside(w, e);
+}
+
 // --- EntryBox --------------------------------------------------------------
 
 EntryBox::EntryBox(std::string control, ControlEvents& events, QWidget* parent)
@@ -41,7 +50,14 @@ void EntryBox::keyPressEvent(QKeyEvent* event)
 void EntryBox::mouseReleaseEvent(QMouseEvent* event)
 {
     QLineEdit::mouseReleaseEvent(event);
-    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+    if (clicks_.releaseClicks(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+}
+
+void EntryBox::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QLineEdit::mouseDoubleClickEvent(event);
+    clicks_.doubleClicked();
+    if (event->button() == Qt::LeftButton) events_.userEvent(control_, FormEvent::DblClick);
 }
 
 // --- ListChoice ------------------------------------------------------------
@@ -240,12 +256,13 @@ void TextLabel::paintEvent(QPaintEvent*)
 
 void TextLabel::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+    if (clicks_.releaseClicks(*this, *event)) events_.userEvent(control_, FormEvent::Click);
 }
 
 void TextLabel::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::DblClick);
+    clicks_.doubleClicked();
+    if (event->button() == Qt::LeftButton) events_.userEvent(control_, FormEvent::DblClick);
 }
 
 // --- FrameBox and CommandButton --------------------------------------------
@@ -259,7 +276,15 @@ FrameBox::FrameBox(std::string control, ControlEvents& events, QWidget* parent)
 void FrameBox::mouseReleaseEvent(QMouseEvent* event)
 {
     QGroupBox::mouseReleaseEvent(event);
-    if (leftClickInside(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+    // A click on a frame is the frame's, not the window's behind it.
+    event->accept();
+    if (clicks_.releaseClicks(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+}
+
+void FrameBox::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    clicks_.doubleClicked();
+    if (event->button() == Qt::LeftButton) events_.userEvent(control_, FormEvent::DblClick);
 }
 
 CommandButton::CommandButton(std::string control, ControlEvents& events, QWidget* parent)

@@ -31,6 +31,20 @@ class ControlEvents
     virtual void choiceClicked(const std::string& control) = 0;
 };
 
+/// Qt delivers a double click as press, release, press, double click,
+/// release; the design screen expects Click, DblClick and no click of the
+/// second release. A widget keeps that apart with one of these.
+class ClickSequence
+{
+  public:
+    /// Whether this release is a click of its own.
+    bool releaseClicks(const QWidget& w, const QMouseEvent& e);
+    void doubleClicked() { swallowRelease_ = true; }
+
+  private:
+    bool swallowRelease_ = false;
+};
+
 /// A text entry. Enter raises KeyDown with key code 13; a click raises Click.
 class EntryBox : public QLineEdit
 {
@@ -40,10 +54,12 @@ class EntryBox : public QLineEdit
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     std::string control_;
     ControlEvents& events_;
+    ClickSequence clicks_;
 };
 
 /// A list of fixed items, shown as a drop-down list.
@@ -109,6 +125,7 @@ class TextLabel : public QWidget
     QRectF textArea() const;
     std::string control_;
     ControlEvents& events_;
+    ClickSequence clicks_;
     QString text_;
     Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
     bool wrap_ = false;
@@ -129,10 +146,12 @@ class FrameBox : public QGroupBox
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     std::string control_;
     ControlEvents& events_;
+    ClickSequence clicks_;
 };
 
 class CommandButton : public QPushButton

@@ -93,7 +93,13 @@ void FormCanvas::paintEvent(QPaintEvent*)
 
 void FormCanvas::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) events_.userEvent(form_.Form.name, FormEvent::Click);
+    if (clicks_.releaseClicks(*this, *event)) events_.userEvent(form_.Form.name, FormEvent::Click);
+}
+
+void FormCanvas::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    clicks_.doubleClicked();
+    if (event->button() == Qt::LeftButton) events_.userEvent(form_.Form.name, FormEvent::DblClick);
 }
 
 } // namespace qm

@@ -3,6 +3,7 @@
 // the schematics and the results, the joining lines between the schematic
 // pictures, and the copy of the chart that the chart pass draws on the
 // window's own background.
+#include "shell/control_widgets.h"
 #include "shell/qt_platform.h"
 
 #include <QWidget>
@@ -11,7 +12,6 @@
 
 namespace qm {
 
-class ControlEvents;
 struct Control;
 struct FormControls;
 
@@ -28,6 +28,7 @@ class FormCanvas : public QWidget
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     struct LineState
@@ -46,6 +47,7 @@ class FormCanvas : public QWidget
     std::vector<LineState> painted_;
     unsigned paintedRevision_ = ~0u;
     bool paintedGraphVisible_ = true;
+    ClickSequence clicks_;
 };
 
 } // namespace qm

@@ -38,6 +38,13 @@ MainWindow::~MainWindow()
 void MainWindow::start()
 {
     dispatch([this] { form_.runGuarded([this] { Form_Initialize(form_); }); });
+    // The screen comes up with the focus on the first control of the tab
+    // order that can take it.
+    for (const Binding* b : tabOrder_)
+        if (b->control->visible && b->control->enabled) {
+            b->widget->setFocus(Qt::TabFocusReason);
+            break;
+        }
 }
 
 QWidget* MainWindow::widgetOf(std::string_view control) const
@@ -184,6 +191,7 @@ void MainWindow::applyTabOrder()
     });
     for (std::size_t k = 1; k < order.size(); ++k)
         QWidget::setTabOrder(order[k - 1]->widget, order[k]->widget);
+    tabOrder_ = std::move(order);
 }
 
 void MainWindow::buildMenus()

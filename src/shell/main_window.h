@@ -83,6 +83,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     FormCanvas* canvas_ = nullptr;
     ChartView* chart_ = nullptr;
     std::vector<Binding> bindings_;
+    std::vector<const Binding*> tabOrder_;
     std::unordered_map<std::string, std::size_t> byName_;
     std::unordered_map<const QWidget*, std::size_t> byWidget_;
     std::unordered_map<std::string, QAction*> actions_;

@@ -53,7 +53,7 @@ MessageAnswer QtPlatform::showMessage(const std::string& text, const std::string
     QMessageBox box(iconOf(icon), QString::fromStdString(title), screenText(text),
                     yesNo ? (QMessageBox::Yes | QMessageBox::No) : QMessageBox::Ok, parent_);
     // A message is read with the normal pointer, even in a recalculation.
-    const bool wasBusy = busyDepth_ > 0;
+    const bool wasBusy = busy_;
     if (wasBusy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     const int answer = box.exec();
     if (wasBusy) QGuiApplication::restoreOverrideCursor();
@@ -63,11 +63,18 @@ MessageAnswer QtPlatform::showMessage(const std::string& text, const std::string
 
 void QtPlatform::setBusy(bool busy)
 {
-    if (busy) {
-        if (busyDepth_++ == 0) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    } else if (busyDepth_ > 0) {
-        if (--busyDepth_ == 0) QGuiApplication::restoreOverrideCursor();
-    }
+    if (busy == busy_) return;
+    busy_ = busy;
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+QtPlatform::~QtPlatform()
+{
+    // A window that goes while busy leaves the pointer as it found it.
+    setBusy(false);
 }
 
 PlatformServices QtPlatform::services()

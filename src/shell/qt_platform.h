@@ -38,9 +38,15 @@ class LineSurface : public DrawingSurface
 class QtPlatform : public MessageBoxes, public BusyPointer
 {
   public:
+    QtPlatform() = default;
+    QtPlatform(const QtPlatform&) = delete;
+    QtPlatform& operator=(const QtPlatform&) = delete;
+    ~QtPlatform() override;
+
     MessageAnswer showMessage(const std::string& text, const std::string& title,
                               MessageButtons buttons, MessageIcon icon) override;
-    /// Nests: the pointer is busy until every setBusy(true) has its false.
+    /// The pointer is a state, as the design screen sets it: the last call
+    /// decides, however many came before.
     void setBusy(bool busy) override;
 
     /// The window that owns the message boxes.
@@ -49,11 +55,11 @@ class QtPlatform : public MessageBoxes, public BusyPointer
 
     LineSurface graph;
     LineSurface background;
-    int busyDepth() const { return busyDepth_; }
+    bool isBusy() const { return busy_; }
 
   private:
     QPointer<QWidget> parent_;
-    int busyDepth_ = 0;
+    bool busy_ = false;
 };
 
 /// Screen text from the design screen's text: CR LF ends a line.

@@ -1,6 +1,7 @@
 #include "shell/schematic_sketch.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <string>
 
@@ -142,21 +143,21 @@ Sketch differentialMultipleFeedback()
     multipleFeedbackInput(b, S, true);
     multipleFeedbackInput(b, S2, false);
     multipleFeedbackPaths(b, S, 420, 150, true);
-    constexpr double kLowerC1 = S2 + 230;
-    constexpr double kLowerR2 = S2 + 440;
+    constexpr double kLowerC1 = S2 + 195;
+    constexpr double kLowerR2 = S2 + 370;
     multipleFeedbackPaths(b, S2, kLowerC1, kLowerR2, false);
-    const Amplifier& a = b.amplifier({1300, 650}, 500, 640, true, true);
+    const Amplifier& a = b.amplifier({1300, 700}, 500, 640, true, true);
     b.wire({{920, S}, {1250, S}, {1250, a.upperInput().y()}, a.upperInput()});
     b.wire({{920, S2}, {1250, S2}, {1250, a.lowerInput().y()}, a.lowerInput()});
     b.wire({{kBusX, 150}, {kBusX, a.upperOutput().y()}, a.upperOutput()});
     b.wire({{kBusX, kLowerR2}, {kBusX, a.lowerOutput().y()}, a.lowerOutput()});
     // One capacitor between the two nodes X stands for a capacitor to
     // ground on each side.
-    b.wire({{500, S}, {500, 790}});
-    b.capacitor({500, 970}, true, "C2", Side::Left);
-    b.wire({{500, 1150}, {500, S2}});
+    b.wire({{500, S}, {500, 840}});
+    b.capacitor({500, 1020}, true, "C2", Side::Left);
+    b.wire({{500, 1200}, {500, S2}});
     // The outputs reach over the gap to the next section.
-    constexpr double kRightEdge = 2300;
+    constexpr double kRightEdge = 2270;
     b.wire({{kBusX, S}, {kRightEdge, S}});
     b.wire({{kBusX, S2}, {kRightEdge, S2}});
     b.dot({kBusX, S});
@@ -171,18 +172,19 @@ Sketch sallenKey(bool unity)
     Builder b;
     b.wire({{0, S}, {60, S}});
     b.resistor({240, S}, false, "R1", Side::Below);
-    b.wire({{420, S}, {540, S}});
-    b.dot({500, S});
-    b.resistor({720, S}, false, "R2", Side::Below);
+    b.wire({{420, S}, {470, S}});
+    b.dot({450, S});
+    b.resistor({650, S}, false, "R2", Side::Below);
     const Amplifier& a = b.amplifier({1200, 600}, 450, 480, false, false);
-    b.wire({{900, S}, a.upperInput()});
-    b.dot({1050, S});
-    b.wire({{1050, S}, {1050, 820}});
-    b.capacitor({1050, 1000}, true, "C1", Side::Right);
-    b.ground({1050, 1180});
-    b.wire({{500, S}, {500, 150}, {1200, 150}});
-    b.capacitor({1380, 150}, false, "C2", Side::Below);
-    b.wire({{1560, 150}, {kBusX, 150}, {kBusX, a.output().y()}, a.output()});
+    // Node Y at the end of R2: C1 to ground, and the non-inverting input.
+    b.wire({{830, S}, a.upperInput()});
+    b.dot({830, S});
+    b.wire({{830, S}, {830, 820}});
+    b.capacitor({830, 1000}, true, "C1", Side::Right);
+    b.ground({830, 1180});
+    b.wire({{450, S}, {450, 150}, {1420, 150}});
+    b.capacitor({1600, 150}, false, "C2", Side::Below);
+    b.wire({{1780, 150}, {kBusX, 150}, {kBusX, a.output().y()}, a.output()});
     const QPointF minus = a.lowerInput();
     if (unity) {
         b.wire({minus, {1140, minus.y()}, {1140, 1300}, {kBusX, 1300}, {kBusX, a.output().y()}});
@@ -279,6 +281,23 @@ void exchangeForHighPass(Sketch& s)
     }
 }
 
+/// In the differential real stage the parallel pair of each side swaps
+/// places in the high-pass picture: the value label of its resistor stands
+/// above the pair, that of the capacitor below it.
+void raiseFeedbackResistors(Sketch& s)
+{
+    constexpr double kPairX = 1150;
+    for (Part& r : s.parts) {
+        if (r.kind != PartKind::Resistor || r.centre.x() != kPairX) continue;
+        for (Part& c : s.parts)
+            if (c.kind == PartKind::Capacitor && c.centre.x() == kPairX &&
+                std::abs(c.centre.y() - r.centre.y()) < 200) {
+                std::swap(c.centre, r.centre);
+                break;
+            }
+    }
+}
+
 } // namespace
 
 Sketch sketchOf(PictureKind kind)
@@ -304,7 +323,10 @@ Sketch sketchOf(PictureKind kind)
         s = differentialRealStage();
         break;
     }
-    if (kind.highPass) exchangeForHighPass(s);
+    if (kind.highPass) {
+        exchangeForHighPass(s);
+        if (kind.circuit == Circuit::DifferentialRealStage) raiseFeedbackResistors(s);
+    }
     return s;
 }
 

@@ -94,7 +94,7 @@ Sketch sketchOf(PictureKind kind);
 /// so that neighbours join.
 constexpr double kSignalY = 720;
 /// The second signal line of the differential pictures.
-constexpr double kDifferentialSignalY = 1220;
+constexpr double kDifferentialSignalY = 1320;
 /// The real stage's picture stands this much higher than the sections'; its
 /// outputs are that much lower in its own picture.
 constexpr double kRealStageRaise = 300;

@@ -160,7 +160,13 @@ void SchematicView::paintEvent(QPaintEvent*)
 
 void SchematicView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) events_.userEvent(control_, FormEvent::Click);
+    if (clicks_.releaseClicks(*this, *event)) events_.userEvent(control_, FormEvent::Click);
+}
+
+void SchematicView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    clicks_.doubleClicked();
+    if (event->button() == Qt::LeftButton) events_.userEvent(control_, FormEvent::DblClick);
 }
 
 } // namespace qm

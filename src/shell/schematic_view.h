@@ -1,6 +1,7 @@
 #pragma once
 // A schematic picture of the design screen: the drawing of its circuit,
 // painted in the same twips as the value labels that stand over it.
+#include "shell/control_widgets.h"
 #include "shell/schematic_sketch.h"
 
 #include <QWidget>
@@ -10,8 +11,6 @@
 class QPainter;
 
 namespace qm {
-
-class ControlEvents;
 
 /// Paints a sketch with 1 unit = 1 twip on a painter already scaled so.
 void paintSketch(QPainter& p, const Sketch& sketch, const QColor& ink, const QColor& nameInk,
@@ -26,11 +25,13 @@ class SchematicView : public QWidget
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     std::string control_;
     ControlEvents& events_;
     Sketch sketch_;
+    ClickSequence clicks_;
 };
 
 } // namespace qm
