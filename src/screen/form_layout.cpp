@@ -326,13 +326,13 @@ struct Column
     int left;
     int width;
 };
-constexpr Column kLetterCol{kTableLeft, 390};
-constexpr Column kGainCol{7530, 570};
-constexpr Column kFnCol{8100, 900};
-constexpr Column kQCol{9000, 750};
-constexpr Column kGbpCol{9750, 750};
-constexpr Column kRespGainCol{10500, 780};
-constexpr Column kPhaseCol{11280, 720};
+constexpr Column kLetterCol{kTableLeft, 480};
+constexpr Column kGainCol{7620, 570};
+constexpr Column kFnCol{8190, 870};
+constexpr Column kQCol{9060, 720};
+constexpr Column kGbpCol{9780, 750};
+constexpr Column kRespGainCol{10530, 765};
+constexpr Column kPhaseCol{11295, 705};
 constexpr int kTableRight = kPhaseCol.left + kPhaseCol.width;
 /// Numbers stand right-aligned with this much room before the next column.
 constexpr int kCellPad = 75;
@@ -404,7 +404,7 @@ void resultsTable(FormControls& f)
         cellEntry(f.FnInput[q], kFnCol, top);
         cellEntry(f.QInput[q], kQCol, top);
     }
-    place(f.Label7, kTableLeft, kTotalsTop, kLetterCol.width + kGainCol.width / 2, kCellHeight);
+    place(f.Label7, kTableLeft, kTotalsTop, kLetterCol.width, kCellHeight);
     f.Label7.bold = true;
     // The product of the section Qs stands in the Q column of the totals.
     cellEntry(f.Qtotal, kQCol, kTotalsTop);
@@ -459,14 +459,15 @@ void sectionRow(FormControls& f, int i)
     // differential sections there is no joining line.
     for (Controls<5>* pictures : {&f.FDAsch, &f.FDAschHP})
         place((*pictures)[i], left, top, kCellWidth + kCellGap, kDifferentialHeight);
-    // The caption ends before the label over R2 begins.
-    place(f.SecLabel[i], left - 60, top - 300, 930, kCaptionHeight);
+    // The caption ends before the label over R2 begins, and clears the line
+    // that comes down to the row's input from the line above.
+    place(f.SecLabel[i], left + 75, top - 300, 825, kCaptionHeight);
     f.SecLabel[i].bold = true;
     // First places of the labels the cycle moves: those of the
     // multiple-feedback picture.
     // R1 stands at the input of every picture; its label ends above it.
     valueLabel(f.R1[i], left - 150, top + 510);
-    f.R1[i].width = 640;
+    f.R1[i].width = 570;
     f.R1[i].alignment = kAlignRight;
     valueLabel(f.R2[i], left + 900, top - 170);
     valueLabel(f.R3[i], left + 550, top + 450);
@@ -480,8 +481,9 @@ void realStage(FormControls& f)
     for (Control* c : {&f.RealPole, &f.RealHP})
         place(*c, kRealLeft, kRealTop, kRealWidth, kSingleHeight);
     for (Control* c : {&f.FDA1p, &f.FDARealHP})
-        place(*c, kRealLeft, kRealTop, kRealWidth, 1900);
-    place(f.RealPlabel, 150, kRealTop + 15, 1530, kCaptionHeight);
+        place(*c, kRealLeft, kRealTop, kRealWidth, 2050);
+    // The caption ends before the parts at the top of the differential stage.
+    place(f.RealPlabel, 150, kRealTop + 15, 1380, kCaptionHeight);
     f.RealPlabel.bold = true;
     valueLabel(f.RealR, kRealLeft - 150, 4290);
     f.RealR.width = 640;

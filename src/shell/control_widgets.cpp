@@ -35,6 +35,22 @@ EntryBox::EntryBox(std::string control, ControlEvents& events, QWidget* parent)
             [this](const QString& text) { events_.entryEdited(control_, text); });
 }
 
+void EntryBox::setBaseFont(const QFont& font)
+{
+    baseFont_ = font;
+    setFont(font);
+}
+
+void EntryBox::showText(const QString& text)
+{
+    if (this->text() != text) setText(text);
+    // Room the frame and the text's margins take in the entry.
+    constexpr int kInnerMargins = 8;
+    const QFont fitted =
+        fittedFont(baseFont_, text, QSizeF(width() - kInnerMargins, height()), false);
+    if (fitted != font()) setFont(fitted);
+}
+
 void EntryBox::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
@@ -240,18 +256,23 @@ void TextLabel::paintEvent(QPaintEvent*)
         constexpr double kCorner = 3.0;
         p.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
     }
-    if (text_.isEmpty()) return;
+    // Trailing blanks of a text stand for nothing on the screen; they only
+    // push a right-aligned text off its edge.
+    QString shown = text_;
+    while (!wrap_ && shown.endsWith(QLatin1Char(' ')))
+        shown.chop(1);
+    if (shown.isEmpty()) return;
     p.setFont(shownFont());
     const int flags =
         static_cast<int>(alignment_) | (wrap_ ? Qt::TextWordWrap : Qt::TextSingleLine);
     if (halo_.isValid()) {
-        const QRectF used = p.boundingRect(textArea(), flags, text_);
+        const QRectF used = p.boundingRect(textArea(), flags, shown);
         p.fillRect(used.adjusted(-2, 0, 2, 0), halo_);
     }
     QColor ink = textColor_.isValid() ? textColor_ : palette().color(QPalette::WindowText);
     if (!isEnabled()) ink = palette().color(QPalette::Disabled, QPalette::WindowText);
     p.setPen(ink);
-    p.drawText(textArea(), flags, text_);
+    p.drawText(textArea(), flags, shown);
 }
 
 void TextLabel::mouseReleaseEvent(QMouseEvent* event)

@@ -51,6 +51,11 @@ class EntryBox : public QLineEdit
   public:
     EntryBox(std::string control, ControlEvents& events, QWidget* parent);
 
+    /// The font the entry is set in when its text fits.
+    void setBaseFont(const QFont& font);
+    /// Shows a text that the model set: narrower where it wouldn't fit.
+    void showText(const QString& text);
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -60,6 +65,7 @@ class EntryBox : public QLineEdit
     std::string control_;
     ControlEvents& events_;
     ClickSequence clicks_;
+    QFont baseFont_;
 };
 
 /// A list of fixed items, shown as a drop-down list.

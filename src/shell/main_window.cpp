@@ -146,6 +146,17 @@ bool isSchematicValue(const Control& c)
                        [&](const char* b) { return c.base == b; });
 }
 
+/// The results table is set a little narrower than the rest: its columns
+/// carry numbers with units in little room.
+bool isInResultsTable(const Control& c)
+{
+    static const char* const kBases[] = {"DCgain", "GainF",  "PhaseF",  "FSFreq", "Qdisp",
+                                         "GBPreq", "Qtotal", "FnInput", "QInput", "Label2",
+                                         "Label3", "Label4", "Label5",  "Label6", "Label7"};
+    return std::any_of(std::begin(kBases), std::end(kBases),
+                       [&](const char* b) { return c.base == b; });
+}
+
 Qt::Alignment alignmentOf(const Control& c)
 {
     constexpr int kTallText = 1000;
@@ -168,6 +179,7 @@ void MainWindow::styleWidget(const Control& c, QWidget* w)
     QFont font = w->font();
     if (c.fontSize > 0) font.setPointSizeF(c.fontSize);
     font.setBold(c.bold);
+    if (isInResultsTable(c)) font.setStretch(QFont::SemiCondensed);
     w->setFont(font);
     if (auto* label = dynamic_cast<TextLabel*>(w)) {
         label->setWrap(c.multiLine);
@@ -176,6 +188,7 @@ void MainWindow::styleWidget(const Control& c, QWidget* w)
         if (&c == &form_.Prompt) label->setMargin(6);
     }
     if (auto* entry = dynamic_cast<EntryBox*>(w)) {
+        entry->setBaseFont(font);
         entry->setAlignment(c.alignment == 1 ? Qt::AlignRight : Qt::AlignLeft);
         if (c.tabIndex < 0) entry->setFocusPolicy(Qt::ClickFocus);
     }

@@ -166,23 +166,26 @@ Sketch differentialMultipleFeedback()
 }
 
 /// R1, R2, C1 and C2 round the non-inverting input; `unity` ties the
-/// inverting input to the output, else R3 and R4 set the gain.
+/// inverting input to the output, else R3 and R4 set the gain. R2 and the
+/// non-inverting input run a step above the input line, so that R2 stands
+/// under its value label.
 Sketch sallenKey(bool unity)
 {
     Builder b;
+    constexpr double kY = 560;
     b.wire({{0, S}, {60, S}});
     b.resistor({240, S}, false, "R1", Side::Below);
-    b.wire({{420, S}, {470, S}});
-    b.dot({450, S});
-    b.resistor({650, S}, false, "R2", Side::Below);
-    const Amplifier& a = b.amplifier({1200, 600}, 450, 480, false, false);
+    b.wire({{420, S}, {450, S}, {450, 150}, {1420, 150}});
+    b.wire({{450, kY}, {470, kY}});
+    b.dot({450, kY});
+    b.resistor({650, kY}, false, "R2", Side::Below);
+    const Amplifier& a = b.amplifier({1200, kY - 120}, 450, 480, false, false);
     // Node Y at the end of R2: C1 to ground, and the non-inverting input.
-    b.wire({{830, S}, a.upperInput()});
-    b.dot({830, S});
-    b.wire({{830, S}, {830, 820}});
+    b.wire({{830, kY}, a.upperInput()});
+    b.dot({830, kY});
+    b.wire({{830, kY}, {830, 820}});
     b.capacitor({830, 1000}, true, "C1", Side::Right);
     b.ground({830, 1180});
-    b.wire({{450, S}, {450, 150}, {1420, 150}});
     b.capacitor({1600, 150}, false, "C2", Side::Below);
     b.wire({{1780, 150}, {kBusX, 150}, {kBusX, a.output().y()}, a.output()});
     const QPointF minus = a.lowerInput();
@@ -191,7 +194,7 @@ Sketch sallenKey(bool unity)
     } else {
         b.wire({minus, {1140, minus.y()}, {1140, 1400}, {1320, 1400}});
         b.dot({1140, 1400});
-        b.resistor({960, 1400}, false, "R3", Side::Above).setsFrequency = false;
+        b.resistor({960, 1400}, false, "R3", Side::Below).setsFrequency = false;
         b.ground({780, 1400});
         b.resistor({1500, 1400}, false, "R4", Side::Below).setsFrequency = false;
         b.wire({{1680, 1400}, {kBusX, 1400}, {kBusX, a.output().y()}});
@@ -235,8 +238,10 @@ Sketch realStage()
 void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double tap, double dir,
                           bool upper)
 {
-    const double rY = in + dir * 290;
-    const double cY = in + dir * 150;
+    // The resistor stands outside the capacitor, each with room for the value
+    // label that the screen puts by the pair.
+    const double rY = in + dir * 360;
+    const double cY = in + dir * 165;
     b.wire({{0, in}, {60, in}});
     b.resistor({240, in}, false, "R1", upper ? Side::Below : Side::Above).named = upper;
     b.wire({{420, in}, {800, in}, {800, pin}, {950, pin}});
@@ -244,9 +249,15 @@ void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double
     b.wire({{800, in}, {800, rY}, {970, rY}});
     b.dot({800, cY});
     b.wire({{800, cY}, {970, cY}});
-    b.resistor({1150, rY}, false, "R1", Side::Right).named = upper;
-    b.capacitor({1150, cY}, false, "C1", Side::Right).named = upper;
-    constexpr double kBus = 1650;
+    // The pair's names stand beyond the output line, level with their parts.
+    constexpr double kNamesX = 1655;
+    Part& r = b.resistor({1150, rY}, false, "R1", Side::Right);
+    r.named = upper;
+    r.nameX = kNamesX;
+    Part& c = b.capacitor({1150, cY}, false, "C1", Side::Right);
+    c.named = upper;
+    c.nameX = kNamesX;
+    constexpr double kBus = 1620;
     b.wire({{1330, rY}, {kBus, rY}});
     b.wire({{1330, cY}, {kBus, cY}});
     b.wire({out, {kBus, out.y()}});

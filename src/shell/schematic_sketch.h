@@ -50,6 +50,9 @@ struct Part
     /// Shown without its name: the mirrored half of a differential stage
     /// carries the names once, on its upper half.
     bool named = true;
+    /// Where the name starts when it stands beyond the line the part is on,
+    /// level with the part; 0 puts it on `nameSide`.
+    double nameX = 0;
     /// Exchanged with its dual in the high-pass picture; the gain resistors
     /// of a Sallen-Key stage are not.
     bool setsFrequency = true;

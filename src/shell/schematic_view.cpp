@@ -106,6 +106,7 @@ void paintName(QPainter& p, const Part& part)
         box.moveCenter(part.centre + QPointF(off + w / 2, kNameDrop));
         break;
     }
+    if (part.nameX != 0) box.moveCenter(QPointF(part.nameX + w / 2, part.centre.y()));
     p.drawText(QPointF(box.left(), box.bottom()), part.name);
 }
 

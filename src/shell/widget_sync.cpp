@@ -42,8 +42,7 @@ QColor entryGround(const Control& c, const QPalette& palette)
 
 void syncEntry(EntryBox& e, const Control& c, const Control& shown, bool fresh)
 {
-    const QString text = QString::fromStdString(c.text);
-    if (e.text() != text) e.setText(text);
+    e.showText(QString::fromStdString(c.text));
     if (fresh || c.backColor != shown.backColor) {
         QPalette pal = e.palette();
         const QColor ground = entryGround(c, pal);
