@@ -103,6 +103,7 @@ QStringList widgetDifferences(const MainWindow& mw)
                     ? std::string()
                     : shownText(widget));
         compare(out, *c, "shown visible", c->visible, !widget->isHidden());
+        compare(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
         compare(out, *c, "shown enabled", c->enabled, !widget->testAttribute(Qt::WA_ForceDisabled));
         const QRect r = controlRect(*c);
         compare(out, *c, "shown place", r.left() * 10000L + r.top(),

@@ -558,6 +558,33 @@ class WindowTest : public QObject
         QVERIFY(s.window.grab().save(file));
     }
 
+    void theChartsCopyShowsWhereTheChartIsHidden()
+    {
+        StartedWindow s;
+        QuellmarkForm& f = s.window.form();
+        const std::vector<SurfaceLine>& copy = s.window.platform().background.lines();
+        QVERIFY(!copy.empty());
+        // A line of the grid, in the window's twips: the copy lies under the
+        // chart picture, shifted by the chart's place.
+        const SurfaceLine& grid = copy.front();
+        const QPointF middle = grid.line.center();
+        const QPoint at(twipsToPxRounded(middle.x()), twipsToPxRounded(middle.y()));
+        const QColor ink = qtColor(grid.color, {});
+        auto copyShown = [&] {
+            // The window's own ground, without the widgets on it.
+            QImage image(s.window.canvas()->size(), QImage::Format_ARGB32);
+            s.window.canvas()->render(&image, {}, {}, QWidget::DrawWindowBackground);
+            for (int dx = -1; dx <= 1; ++dx)
+                for (int dy = -1; dy <= 1; ++dy)
+                    if (image.pixelColor(at + QPoint(dx, dy)) == ink) return true;
+            return false;
+        };
+        QVERIFY(!copyShown());
+        f.Graph.visible = false;
+        s.window.syncFromModel();
+        QVERIFY(copyShown());
+    }
+
     void writesAPictureOfTheScreen()
     {
         StartedWindow s;
