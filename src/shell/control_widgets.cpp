@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QStyleOptionButton>
 
 namespace qm {
@@ -212,6 +213,28 @@ void TextLabel::setHalo(const QColor& halo)
     update();
 }
 
+void TextLabel::setColumns(std::vector<int> lefts)
+{
+    columns_ = std::move(lefts);
+    update();
+}
+
+void TextLabel::paintColumns(QPainter& p, const QString& text) const
+{
+    static const QRegularExpression kGap(QStringLiteral("\\s{2,}"));
+    const QStringList pieces = text.trimmed().split(kGap, Qt::SkipEmptyParts);
+    const QRectF area = textArea();
+    for (qsizetype k = 0; k < pieces.size(); ++k) {
+        const auto column = static_cast<std::size_t>(
+            std::min<qsizetype>(k, static_cast<qsizetype>(columns_.size()) - 1));
+        const double left = area.left() + columns_[column];
+        const double right =
+            column + 1 < columns_.size() ? area.left() + columns_[column + 1] : area.right();
+        p.drawText(QRectF(left, area.top(), right - left, area.height()),
+                   Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, pieces[k]);
+    }
+}
+
 void TextLabel::setMargin(int px)
 {
     margin_ = px;
@@ -272,7 +295,10 @@ void TextLabel::paintEvent(QPaintEvent*)
     QColor ink = textColor_.isValid() ? textColor_ : palette().color(QPalette::WindowText);
     if (!isEnabled()) ink = palette().color(QPalette::Disabled, QPalette::WindowText);
     p.setPen(ink);
-    p.drawText(textArea(), flags, shown);
+    if (!columns_.empty())
+        paintColumns(p, shown);
+    else
+        p.drawText(textArea(), flags, shown);
 }
 
 void TextLabel::mouseReleaseEvent(QMouseEvent* event)

@@ -12,6 +12,7 @@
 #include <QPushButton>
 
 #include <string>
+#include <vector>
 
 namespace qm {
 
@@ -117,6 +118,9 @@ class TextLabel : public QWidget
     void setBorder(bool border);
     void setHalo(const QColor& halo);
     void setMargin(int px);
+    /// Shows the text as a line of a table: its pieces, which runs of two
+    /// or more blanks part, stand at these left edges in pixels.
+    void setColumns(std::vector<int> lefts);
     /// The font the text is shown in, after fitting it to the box.
     QFont shownFont() const;
 
@@ -129,6 +133,7 @@ class TextLabel : public QWidget
 
   private:
     QRectF textArea() const;
+    void paintColumns(QPainter& p, const QString& text) const;
     std::string control_;
     ControlEvents& events_;
     ClickSequence clicks_;
@@ -140,6 +145,7 @@ class TextLabel : public QWidget
     QColor halo_;
     bool border_ = false;
     int margin_ = 0;
+    std::vector<int> columns_;
     mutable QFont fitted_;
     mutable bool fitValid_ = false;
 };

@@ -15,6 +15,8 @@ namespace {
 // Panels in twips: the schematics stand on a sheet, the results on a card.
 const QRectF kSheet(30, 3855, 7065, 4215);
 const QRectF kResultsCard(7110, 4350, 4890, 3720);
+// The value table, below the normal height: it shows when the screen grows.
+const QRectF kValueTableCard(30, 8175, 11970, 1650);
 constexpr double kPanelCorner = 4;
 
 } // namespace
@@ -56,7 +58,8 @@ void FormCanvas::paintPanels(QPainter& p) const
     // Panels end at the bottom of the normal height; the value table below
     // stands on the window's ground.
     const double bottom = pxToTwips(height());
-    for (QRectF r : {kSheet, kResultsCard}) {
+    for (QRectF r : {kSheet, kResultsCard, kValueTableCard}) {
+        if (r.top() >= bottom) continue;
         r.setBottom(std::min(r.bottom(), bottom - 15));
         p.drawRoundedRect(r, kPanelCorner * kTwipsPerPixel, kPanelCorner * kTwipsPerPixel);
     }

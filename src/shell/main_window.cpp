@@ -4,6 +4,7 @@
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
+#include "shell/twips.h"
 
 #include <QAction>
 #include <QApplication>
@@ -87,6 +88,28 @@ int layerOf(const Control& c)
 
 constexpr int kLayers = 5;
 
+/// A line of the value table, or its head: one table in columns.
+bool isValueTableLine(const Control& c)
+{
+    static const char* const kLines[] = {"Label40", "Text41", "Text42",
+                                         "Text43",  "Text44", "Text45"};
+    return std::any_of(std::begin(kLines), std::end(kLines),
+                       [&](const char* b) { return c.base == b; });
+}
+
+/// Where the columns of the value table start: the section's name, then the
+/// six parts.
+std::vector<int> valueTableColumns()
+{
+    constexpr int kNameColumn = 900;
+    constexpr int kPartColumn = 1500;
+    constexpr int kParts = 6;
+    std::vector<int> lefts{0};
+    for (int k = 0; k < kParts; ++k)
+        lefts.push_back(twipsToPxRounded(kNameColumn + k * kPartColumn));
+    return lefts;
+}
+
 } // namespace
 
 void MainWindow::buildWidgets()
@@ -114,6 +137,8 @@ QWidget* MainWindow::createWidget(Control& c)
     case ControlKind::Frame:
         return new FrameBox(c.name, *this, parent);
     case ControlKind::TextBox:
+        // The lines of the value table are read, never typed into.
+        if (isValueTableLine(c)) return new TextLabel(c.name, *this, parent);
         return new EntryBox(c.name, *this, parent);
     case ControlKind::ListBox:
         return new ListChoice(c.name, *this, parent);
@@ -186,6 +211,7 @@ void MainWindow::styleWidget(const Control& c, QWidget* w)
         label->setAlignment(alignmentOf(c));
         if (isSchematicValue(c)) label->setHalo(palette().color(QPalette::Base));
         if (&c == &form_.Prompt) label->setMargin(6);
+        if (isValueTableLine(c)) label->setColumns(valueTableColumns());
     }
     if (auto* entry = dynamic_cast<EntryBox*>(w)) {
         entry->setBaseFont(font);

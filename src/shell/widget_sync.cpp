@@ -79,7 +79,10 @@ void MainWindow::syncKind(Binding& b)
     QWidget* w = b.widget;
     switch (c.kind) {
     case ControlKind::TextBox:
-        syncEntry(*static_cast<EntryBox*>(w), c, b.shown, b.fresh);
+        if (auto* entry = dynamic_cast<EntryBox*>(w))
+            syncEntry(*entry, c, b.shown, b.fresh);
+        else
+            syncLabel(*static_cast<TextLabel*>(w), c);
         break;
     case ControlKind::ListBox:
         syncList(*static_cast<ListChoice*>(w), c, b.shown, b.fresh);
