@@ -292,7 +292,8 @@ void chart(FormControls& f)
         place(f.Ampl[k], 3155, kGainTops[k], 600, kLegendHeight);
         f.Ampl[k].alignment = kAlignRight;
         f.Ampl[k].foreColor = rgb(0, 128, 0);
-        place(f.Ampl[k + 9], 7380, kPhaseTops[k], 330, kLegendHeight);
+        // The phase legend ends short of the group-delay legend beside it.
+        place(f.Ampl[k + 9], 7380, kPhaseTops[k], 300, kLegendHeight);
         f.Ampl[k + 9].foreColor = rgb(255, 0, 0);
         place(f.GroupDelay[k], 7710, kDelayTops[k], 600, kLegendHeight);
     }

@@ -86,6 +86,10 @@ void applyShellStyle(QApplication& app)
     if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
         app.setStyle(new CompactStyle(fusion));
     app.setPalette(lightPalette());
+    // Frames as light rounded panels with their caption on the border.
+    app.setStyleSheet(QStringLiteral(
+        "QGroupBox { border: 1px solid palette(mid); border-radius: 4px; margin-top: 6px; }"
+        "QGroupBox::title { subcontrol-origin: margin; left: 3px; padding: 0 1px; }"));
     QFont font = QApplication::font();
     font.setPointSizeF(kScreenPoints);
     app.setFont(font);

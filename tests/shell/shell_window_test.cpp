@@ -589,7 +589,7 @@ class WindowTest : public QObject
     {
         StartedWindow s;
         const QPixmap picture = s.window.grab();
-        QCOMPARE(picture.width(), twipsToPxRounded(12015));
+        QCOMPARE(qRound(picture.deviceIndependentSize().width()), twipsToPxRounded(12015));
         const QString file = QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_main_screen.png");
         QVERIFY(picture.save(file));
     }
