@@ -33,6 +33,50 @@ void HeadlessTwin::act(ActionKind kind, const std::string& control, const std::s
 
 namespace {
 
+void applyStep(MainWindow& w, HeadlessTwin& twin, const QString& verb, const QString& arg)
+{
+    const std::string name = arg.section('=', 0, 0).toStdString();
+    const QString value = arg.section('=', 1);
+    if (verb == QLatin1String("enter") || verb == QLatin1String("type")) {
+        const bool enter = verb == QLatin1String("enter");
+        typeInto(w, name.c_str(), value);
+        if (enter) pressEnter(w, name.c_str());
+        twin.act(enter ? ActionKind::Enter : ActionKind::Type, name, value.toStdString());
+        // The twin's typing leaves the entry at once; the window's stays in it.
+        if (!enter) twin.form.moveFocus(name);
+    } else if (verb == QLatin1String("focus")) {
+        w.widgetOf(name)->setFocus(Qt::TabFocusReason);
+        twin.form.moveFocus(name);
+    } else if (verb == QLatin1String("click")) {
+        clickOn(w, name.c_str());
+        twin.act(ActionKind::Click, name);
+    } else if (verb == QLatin1String("pick")) {
+        pickFromList(w, name.c_str(), value.toInt());
+        twin.act(ActionKind::Select, name, value.toStdString());
+    } else if (verb == QLatin1String("menu")) {
+        w.actionOf(name)->trigger();
+        twin.form.raise(name, FormEvent::Click);
+    } else {
+        const QPoint at(arg.section(',', 0, 0).toInt(), arg.section(',', 1).toInt());
+        QTest::mouseClick(w.widgetOf("Graph"), Qt::LeftButton, {}, at);
+        EventArgs args;
+        args.x = static_cast<float>(pxToTwips(at.x()));
+        args.y = static_cast<float>(pxToTwips(at.y()));
+        twin.form.raise("Graph", FormEvent::MouseDown, args);
+        twin.form.raise("Graph", FormEvent::Click, args);
+    }
+}
+
+} // namespace
+
+void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
+{
+    for (const QString& step : steps.split(';'))
+        applyStep(w, twin, step.section(' ', 0, 0), step.section(' ', 1));
+}
+
+namespace {
+
 void compare(QStringList& out, const Control& c, const char* field, const std::string& a,
              const std::string& b)
 {
@@ -152,7 +196,7 @@ const std::vector<CaughtMessage>& MessageCatcher::messages() const
 void typeInto(MainWindow& w, const char* control, const QString& text)
 {
     auto* entry = qobject_cast<QLineEdit*>(w.widgetOf(control));
-    QVERIFY2(entry, control);
+    QVERIFY2(entry && entry->isVisible() && entry->isEnabled(), control);
     entry->setFocus(Qt::TabFocusReason);
     entry->selectAll();
     QTest::keyClicks(entry, text);

@@ -35,6 +35,13 @@ struct HeadlessTwin
     QuellmarkForm form;
 };
 
+/// Does the same steps on the window, by its widgets, and on the twin, by
+/// the command line's actions. Steps are parted by ';': "enter NAME=TEXT"
+/// (type and press Enter), "type NAME=TEXT" (type only), "focus NAME",
+/// "click NAME", "pick LIST=INDEX", "menu NAME", "chart X,Y" (a click on
+/// the chart, in pixels).
+void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps);
+
 /// Controls whose text, visibility, enabled state, value or list index
 /// differ between the two forms, one line each.
 QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b);

@@ -511,45 +511,43 @@ class WindowTest : public QObject
     void everyCircuitIsDrawnAsTheHeadlessScreenHasIt_data()
     {
         QTest::addColumn<QString>("steps");
-        // Steps: "enter NAME=TEXT", "click NAME", "pick NAME=INDEX", "menu NAME".
+        // The handler the steps need, for steps whose part of the design
+        // screen may not be there yet.
+        QTest::addColumn<QString>("needs");
         QTest::newRow("sallen-key-9-poles-gain")
-            << "enter Text18=9;click SallenKey;enter GainTB(1)=2;enter GainTB(3)=1.5";
+            << "enter Text18=9;click SallenKey;enter GainTB(1)=2;enter GainTB(3)=1.5"
+            << "";
         QTest::newRow("differential-10-poles-high-pass")
-            << "enter Text18=10;click FDAcircuit;click High";
-        QTest::newRow("differential-5-poles") << "enter Text18=5;click FDAcircuit";
+            << "enter Text18=10;click FDAcircuit;click High"
+            << "";
+        QTest::newRow("differential-5-poles") << "enter Text18=5;click FDAcircuit"
+                                              << "";
         QTest::newRow("mfb-6-poles-high-pass-sensitivities")
-            << "enter Text18=6;click High;click SensTrue";
+            << "enter Text18=6;click High;click SensTrue"
+            << "";
         QTest::newRow("chebychev-custom-fn-q")
-            << "pick TypeFilter=2;enter Text18=4;pick TypeFilter=7";
-        QTest::newRow("custom-q") << "enter Text18=6;pick TypeFilter=6";
-        QTest::newRow("value-table") << "enter Text18=7;click SallenKey;menu ShowValuesTable";
+            << "pick TypeFilter=2;enter Text18=4;pick TypeFilter=7"
+            << "";
+        QTest::newRow("custom-q") << "enter Text18=6;pick TypeFilter=6"
+                                  << "";
+        QTest::newRow("value-table") << "enter Text18=7;click SallenKey;menu ShowValuesTable"
+                                     << "";
+        QTest::newRow("custom-gain-scale")
+            << "click Ampl(0);type TopAmp=5;focus Text34;click Ampl(8);type BotAmp=-35;focus Text34"
+            << "Ampl";
+        QTest::newRow("response-cursor") << "chart 120,40;enter Text18=4"
+                                         << "Graph";
     }
 
     void everyCircuitIsDrawnAsTheHeadlessScreenHasIt()
     {
         QFETCH(QString, steps);
+        QFETCH(QString, needs);
         StartedWindow s;
+        if (!needs.isEmpty() && !s.window.form().hasHandler(needs.toStdString(), FormEvent::Click))
+            QSKIP("that part of the design screen is not built yet");
         HeadlessTwin twin;
-        for (const QString& step : steps.split(';')) {
-            const QString verb = step.section(' ', 0, 0);
-            const QString arg = step.section(' ', 1);
-            const std::string name = arg.section('=', 0, 0).toStdString();
-            const QString value = arg.section('=', 1);
-            if (verb == QLatin1String("enter")) {
-                typeInto(s.window, name.c_str(), value);
-                pressEnter(s.window, name.c_str());
-                twin.act(ActionKind::Enter, name, value.toStdString());
-            } else if (verb == QLatin1String("click")) {
-                clickOn(s.window, name.c_str());
-                twin.act(ActionKind::Click, name);
-            } else if (verb == QLatin1String("pick")) {
-                pickFromList(s.window, name.c_str(), value.toInt());
-                twin.act(ActionKind::Select, name, value.toStdString());
-            } else {
-                s.window.actionOf(name)->trigger();
-                twin.form.raise(name, FormEvent::Click);
-            }
-        }
+        applySteps(s.window, twin, steps);
         expectAgreement(s, twin);
         QVERIFY(twin.platform.messages.empty());
         QCoreApplication::processEvents();
