@@ -16,7 +16,10 @@ namespace {
 
 /// Lets the window system deliver what a show or a change posted: the
 /// exposure, the layout, the paint.
-void settle() { QApplication::processEvents(); }
+void settle()
+{
+    QApplication::processEvents();
+}
 
 void pressEnter(QWidget* entry)
 {
@@ -96,8 +99,7 @@ BENCHMARK(BM_SyncUnchangedModel)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     qm::applyShellStyle(app);
     benchmark::Initialize(&argc, argv);

@@ -216,6 +216,7 @@ void TextLabel::setHalo(const QColor& halo)
 void TextLabel::setColumns(std::vector<int> lefts)
 {
     columns_ = std::move(lefts);
+    fitValid_ = false;
     update();
 }
 
@@ -250,11 +251,22 @@ QRectF TextLabel::textArea() const
 QFont TextLabel::shownFont() const
 {
     if (!fitValid_) {
-        QString shown = text_;
-        fitted_ = fittedFont(font(), shown, textArea().size(), wrap_);
+        // A table line's pieces have their columns: it keeps its font.
+        fitted_ =
+            columns_.empty() ? fittedFont(font(), shownText(), textArea().size(), wrap_) : font();
         fitValid_ = true;
     }
     return fitted_;
+}
+
+QString TextLabel::shownText() const
+{
+    // Trailing blanks of a text stand for nothing on the screen; they only
+    // push a right-aligned text off its edge.
+    QString shown = text_;
+    while (!wrap_ && shown.endsWith(QLatin1Char(' ')))
+        shown.chop(1);
+    return shown;
 }
 
 void TextLabel::resizeEvent(QResizeEvent* event)
@@ -279,11 +291,7 @@ void TextLabel::paintEvent(QPaintEvent*)
         constexpr double kCorner = 3.0;
         p.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
     }
-    // Trailing blanks of a text stand for nothing on the screen; they only
-    // push a right-aligned text off its edge.
-    QString shown = text_;
-    while (!wrap_ && shown.endsWith(QLatin1Char(' ')))
-        shown.chop(1);
+    const QString shown = shownText();
     if (shown.isEmpty()) return;
     p.setFont(shownFont());
     const int flags =

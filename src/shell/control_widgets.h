@@ -133,6 +133,7 @@ class TextLabel : public QWidget
 
   private:
     QRectF textArea() const;
+    QString shownText() const;
     void paintColumns(QPainter& p, const QString& text) const;
     std::string control_;
     ControlEvents& events_;

@@ -246,7 +246,8 @@ void MainWindow::buildMenus()
         QAction* a = c->text == "-" ? menu->addSeparator() : menu->addAction(caption);
         if (c->text != "-") {
             a->setShortcut(QKeySequence(QString::fromStdString(c->accelerator)));
-            a->setCheckable(c->menu == "viewmnu");
+            // The entries of the View menu carry ticks.
+            a->setCheckable(c->menu == form_.viewmnu.name);
             connect(a, &QAction::triggered, this, [this, name = c->name] { menuChosen(name); });
         }
         actions_[c->name] = a;
@@ -257,10 +258,21 @@ void MainWindow::buildMenus()
 
 void MainWindow::dispatch(const std::function<void()>& work)
 {
-    ++depth_;
     ++eventsDispatched_;
-    work();
-    if (--depth_ == 0) syncFromModel();
+    {
+        // Handlers nest: the widgets follow the model once the outermost
+        // one is done, however it ends.
+        struct Depth
+        {
+            int& depth;
+            explicit Depth(int& d) : depth(d) { ++depth; }
+            ~Depth() { --depth; }
+            Depth(const Depth&) = delete;
+            Depth& operator=(const Depth&) = delete;
+        } nested(depth_);
+        work();
+    }
+    if (depth_ == 0) syncFromModel();
 }
 
 void MainWindow::entryEdited(const std::string& control, const QString& text)
