@@ -298,8 +298,9 @@ void chart(FormControls& f)
         place(f.GroupDelay[k], 7710, kDelayTops[k], 600, kLegendHeight);
     }
     for (int k = 0; k < 4; ++k) {
-        // 1185 wide, so that the text is centred on the decade line.
-        place(f.Gfreq[k], kFreqLefts[k], 3375, 1185, 240);
+        // 1185 wide, so that the text is centred on the decade line, and
+        // low enough to clear the bottom legends of gain and phase.
+        place(f.Gfreq[k], kFreqLefts[k], 3375, 1185, 300);
         f.Gfreq[k].alignment = kAlignCentre;
     }
     for (Control* c : f.all())
@@ -466,14 +467,17 @@ void sectionRow(FormControls& f, int i)
     f.SecLabel[i].bold = true;
     // First places of the labels the cycle moves: those of the
     // multiple-feedback picture.
-    // R1 stands at the input of every picture; its label ends above it.
-    valueLabel(f.R1[i], left - 150, top + 510);
-    f.R1[i].width = 570;
+    // R1 stands at the input of every picture; its label ends above it,
+    // clear of the label of C1 of the picture before.
+    valueLabel(f.R1[i], left - 80, top + 510);
+    f.R1[i].width = 500;
     f.R1[i].alignment = kAlignRight;
     valueLabel(f.R2[i], left + 900, top - 170);
     valueLabel(f.R3[i], left + 550, top + 450);
     valueLabel(f.R4[i], left + 1320, top + 1130);
+    // C1's label ends at the picture's end, short of the next R1's.
     valueLabel(f.C1L[i], left + 1575, top + 615);
+    f.C1L[i].width = 600;
     valueLabel(f.C2L[i], left + 615, top + 950);
 }
 

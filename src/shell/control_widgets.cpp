@@ -2,6 +2,7 @@
 
 #include "shell/text_fit.h"
 
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRegularExpression>
@@ -259,6 +260,19 @@ QFont TextLabel::shownFont() const
     return fitted_;
 }
 
+QRectF TextLabel::shownTextRect() const
+{
+    const QString shown = shownText();
+    if (shown.isEmpty()) return {};
+    const QFontMetricsF m(shownFont());
+    return m.boundingRect(textArea(), static_cast<int>(alignment_) | textFlags(), shown);
+}
+
+int TextLabel::textFlags() const
+{
+    return wrap_ ? Qt::TextWordWrap : Qt::TextSingleLine;
+}
+
 QString TextLabel::shownText() const
 {
     // Trailing blanks of a text stand for nothing on the screen; they only
@@ -294,8 +308,7 @@ void TextLabel::paintEvent(QPaintEvent*)
     const QString shown = shownText();
     if (shown.isEmpty()) return;
     p.setFont(shownFont());
-    const int flags =
-        static_cast<int>(alignment_) | (wrap_ ? Qt::TextWordWrap : Qt::TextSingleLine);
+    const int flags = static_cast<int>(alignment_) | textFlags();
     if (halo_.isValid()) {
         const QRectF used = p.boundingRect(textArea(), flags, shown);
         p.fillRect(used.adjusted(-2, 0, 2, 0), halo_);

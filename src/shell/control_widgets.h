@@ -123,6 +123,8 @@ class TextLabel : public QWidget
     void setColumns(std::vector<int> lefts);
     /// The font the text is shown in, after fitting it to the box.
     QFont shownFont() const;
+    /// Where the text stands in the widget; empty for no text.
+    QRectF shownTextRect() const;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -134,6 +136,7 @@ class TextLabel : public QWidget
   private:
     QRectF textArea() const;
     QString shownText() const;
+    int textFlags() const;
     void paintColumns(QPainter& p, const QString& text) const;
     std::string control_;
     ControlEvents& events_;

@@ -160,6 +160,35 @@ QStringList widgetDifferences(const MainWindow& mw)
     return out;
 }
 
+QStringList overlappingTexts(const MainWindow& mw)
+{
+    auto& w = const_cast<MainWindow&>(mw);
+    struct Shown
+    {
+        QString name;
+        QRectF rect;
+    };
+    std::vector<Shown> texts;
+    for (const Control* c : w.form().all()) {
+        auto* label = dynamic_cast<const TextLabel*>(w.widgetOf(c->name));
+        // The prompt's panel carries no text of its own.
+        if (!label || !label->isVisibleTo(&w) || c == &w.form().Label43) continue;
+        const QRectF r = label->shownTextRect();
+        if (!r.isEmpty())
+            texts.push_back(
+                {QString::fromStdString(c->name), r.translated(label->mapTo(&w, QPoint(0, 0)))});
+    }
+    QStringList out;
+    constexpr double kTolerance = 1;
+    for (std::size_t a = 0; a < texts.size(); ++a)
+        for (std::size_t b = a + 1; b < texts.size(); ++b) {
+            const QRectF both = texts[a].rect.intersected(texts[b].rect);
+            if (both.width() > kTolerance && both.height() > kTolerance)
+                out << texts[a].name + QStringLiteral(" / ") + texts[b].name;
+        }
+    return out;
+}
+
 // --- Message boxes -----------------------------------------------------------
 
 struct MessageCatcher::State

@@ -49,6 +49,9 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b);
 /// Controls whose widget doesn't show what the model holds.
 QStringList widgetDifferences(const MainWindow& w);
 
+/// Pairs of texts of the screen that stand on each other.
+QStringList overlappingTexts(const MainWindow& w);
+
 /// A message box that was answered.
 struct CaughtMessage
 {

@@ -82,6 +82,7 @@ class WindowTest : public QObject
         HeadlessTwin twin;
         expectAgreement(s, twin);
         QCOMPARE(s.window.windowTitle(), QStringLiteral("Halvorn Devices Quellmark"));
+        QCOMPARE(overlappingTexts(s.window), QStringList());
         QCOMPARE(QApplication::focusWidget(), s.window.widgetOf("RespF"));
         QVERIFY(!s.window.platform().graph.lines().empty());
         QCOMPARE(s.window.platform().graph.lines().size(), twin.platform.graph.lines.size());
@@ -361,25 +362,6 @@ class WindowTest : public QObject
         QCOMPARE(s.window.canvas()->height(), normal);
     }
 
-    void placesAreTwipsOnTheScreen_data()
-    {
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<QRect>("pixels");
-        QTest::newRow("chart") << "Graph" << QRect(253, 8, 236, 217);
-        QTest::newRow("prompt") << "Prompt" << QRect(3, 58, 203, 198);
-        QTest::newRow("settings") << "Frame5" << QRect(555, 1, 246, 287);
-        QTest::newRow("passband, inside settings") << "Frame7" << QRect(75, 40, 61, 64);
-        QTest::newRow("optional entry") << "Frame6" << QRect(85, 142, 159, 141);
-    }
-
-    void placesAreTwipsOnTheScreen()
-    {
-        QFETCH(QString, control);
-        QFETCH(QRect, pixels);
-        StartedWindow s;
-        QCOMPARE(s.window.widgetOf(control.toStdString())->geometry(), pixels);
-    }
-
     void menusHaveTheirCaptionsAndKeys_data()
     {
         QTest::addColumn<QString>("control");
@@ -550,6 +532,8 @@ class WindowTest : public QObject
         applySteps(s.window, twin, steps);
         expectAgreement(s, twin);
         QVERIFY(twin.platform.messages.empty());
+        const QStringList overlaps = overlappingTexts(s.window);
+        QVERIFY2(overlaps.isEmpty(), qPrintable(overlaps.join(QLatin1Char('\n'))));
         QCoreApplication::processEvents();
         const QString file = QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_%1.png")
                                  .arg(QString::fromLatin1(QTest::currentDataTag()));
