@@ -87,6 +87,8 @@ void listsAndSelections(FormControls& f)
     for (int i = 0; i < 5; ++i) {
         f.FnInput[i].visible = false;
         f.QInput[i].visible = false;
+        f.FnInput[i].backColor = kWhite;
+        f.QInput[i].backColor = kWhite;
     }
     // The part list has no working entrance from the design screen.
     f.ShowPartList.visible = false;
