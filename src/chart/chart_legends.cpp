@@ -61,6 +61,7 @@ std::string customLegendText(double v, char decSep)
     if (v > 0 && v < 1)
         pattern = ".00#";
     else if (v >= 1 && v < 10)
+        // NOLINTNEXTLINE(bugprone-branch-clone): -1 < v <= 0 below takes this format too
         pattern = ".0#";
     else if (v >= 10)
         pattern = "0.0"; // above 100 too: the format of the nearest range

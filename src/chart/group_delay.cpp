@@ -24,7 +24,7 @@ constexpr int kHalvingSteps[] = {2, 4, 8, 16, 32};
 /// delay values all are.
 double phaseStep(const SweepFloats& phases, int i)
 {
-    return (d64(phases[static_cast<std::size_t>(i + 1)]) -
+    return (d64(phases[static_cast<std::size_t>(i) + 1]) -
             d64(phases[static_cast<std::size_t>(i)])) /
            (2 * Pi);
 }
@@ -34,14 +34,14 @@ double phaseStep(const SweepFloats& phases, int i)
 double chartDelay(const SweepFloats& freqs, const SweepFloats& phases, int i)
 {
     const double df =
-        d64(freqs[static_cast<std::size_t>(i + 1)]) - d64(freqs[static_cast<std::size_t>(i)]);
+        d64(freqs[static_cast<std::size_t>(i) + 1]) - d64(freqs[static_cast<std::size_t>(i)]);
     if (df == 0) return kNaN;
     return -std::fabs(phaseStep(phases, i) / df / (2 * Pi));
 }
 
 double scaleDelay(const SweepFloats& freqs, const SweepFloats& phases, float fc, int i)
 {
-    const double next = d64(freqs[static_cast<std::size_t>(i + 1)]);
+    const double next = d64(freqs[static_cast<std::size_t>(i) + 1]);
     if (next == 0) return kNaN;
     const double den = d64(fc) * d64(fc) / next - d64(freqs[static_cast<std::size_t>(i)]);
     if (den == 0) return kNaN;

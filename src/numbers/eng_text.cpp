@@ -130,7 +130,7 @@ float roundSignificant(float x, int d)
 
 std::string EngEntry(std::string& entry, char decSep)
 {
-    const std::string raw = entry;
+    std::string raw = entry;
     // A lone "1" is no entry at all; neither is an empty or blank field.
     if (entry == "1") entry.clear();
     if (entry.empty() || entry == " ") {

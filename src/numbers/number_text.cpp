@@ -241,7 +241,7 @@ std::string roundDecimal(const Decimal& d, int places, int& intLen)
         digits.insert(0, static_cast<std::size_t>(1 - intLen), '0');
         intLen = 1;
     }
-    const auto wanted = static_cast<std::size_t>(intLen + places);
+    const std::size_t wanted = static_cast<std::size_t>(intLen) + static_cast<std::size_t>(places);
     if (digits.size() < wanted) digits.append(wanted - digits.size(), '0');
     const bool roundUp = digits.size() > wanted && digits[wanted] >= '5';
     digits.resize(wanted);

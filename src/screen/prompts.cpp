@@ -154,10 +154,13 @@ std::string joinWithSep(std::initializer_list<const char*> pieces, char decSep)
 
 std::string capacitorSeriesPrompt(char decSep)
 {
-    return joinWithSep({"E6, E12, and E24 capacitor values are those with 6, 12, or 24 values per "
-                        "decade respectively.  E6 are usually 20%, E12 are usually 10% and E24 are "
-                        "usually 5% tolerances.  The E6 values include 1, 1",
-                        "5, 2", "2, 3", "3, 4", "7, and 6",
+    // The long opening piece is named so that the list below reads as the
+    // E6 values broken at their separators.
+    constexpr const char* kSeriesLead =
+        "E6, E12, and E24 capacitor values are those with 6, 12, or 24 values per decade "
+        "respectively.  E6 are usually 20%, E12 are usually 10% and E24 are usually 5% "
+        "tolerances.  The E6 values include 1, 1";
+    return joinWithSep({kSeriesLead, "5, 2", "2, 3", "3, 4", "7, and 6",
                         "8.   Actual capacitor values are multiples (times 10^n) of these values"},
                        decSep);
 }

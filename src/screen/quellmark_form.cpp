@@ -30,7 +30,7 @@ void QuellmarkForm::on(std::string_view base, FormEvent event, FormHandler handl
 
 bool QuellmarkForm::hasHandler(std::string_view base, FormEvent event) const
 {
-    return handlers_.count(handlerKey(base, event)) != 0;
+    return handlers_.contains(handlerKey(base, event));
 }
 
 void QuellmarkForm::fire(Control& c, FormEvent event, const EventArgs& args)
