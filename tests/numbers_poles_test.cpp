@@ -192,48 +192,37 @@ double denominatorPower(const Poles& p, int m, double w)
     return std::norm(d);
 }
 
-TEST(PolePairs, EveryFamilyAndPoleCountGivesWellFormedSections)
-{
-    for (const FamilyRange& fam : kFamilies)
-        for (int n = fam.nLow; n <= 10; ++n) {
-            const Poles p = family(fam.family, n, fam.ripple);
-            const int m = (n + 1) / 2;
-            SCOPED_TRACE(::testing::Message() << "family " << fam.family << " n=" << n);
-            for (int k = 1; k <= m; ++k) {
-                EXPECT_GT(p.b0[k], 0.0f) << "k=" << k;
-                const bool realPole = n % 2 == 1 && k == m;
-                if (realPole)
-                    EXPECT_EQ(p.b1[k], 0.0f);
-                else
-                    EXPECT_GT(p.b1[k], 0.0f) << "k=" << k;
-            }
-            for (int k = m + 1; k < qm::kSectionSlots; ++k)
-                EXPECT_EQ(p.b0[k], 0.0f) << "nothing behind the last section, k=" << k;
-            EXPECT_EQ(p.b0[0], 0.0f);
-        }
-}
-
-TEST(PolePairs, CutoffAttenuationMatchesTheFamilysNormalisation)
+TEST(PolePairs, EveryFamilyAndPoleCountIsWellFormedAndNormalised)
 {
     // Butterworth and Bessel are 3 dB down at 1 rad/s; Chebychev ends its
     // ripple band there: down by the ripple for odd n, at the DC level for
     // even n. One pole is a real pole at the cutoff in every family. The
     // Bessel rows of n = 3 and 5 were rounded to 3.00 dB rather than half
     // power, hence the looser bound there.
-    for (const FamilyRange& fam : kFamilies) {
-        if (fam.family != kButterworth && fam.family != kBessel && fam.family != kChebychev)
-            continue;
-        for (int n = 1; n <= 10; ++n) {
+    for (const FamilyRange& fam : kFamilies)
+        for (int n = fam.nLow; n <= 10; ++n) {
             const Poles p = family(fam.family, n, fam.ripple);
             const int m = (n + 1) / 2;
+            SCOPED_TRACE(::testing::Message()
+                         << "family " << fam.family << " ripple " << fam.ripple << " n=" << n);
+            for (int k = 1; k <= m; ++k) {
+                EXPECT_GT(p.b0[k], 0.0f) << "k=" << k;
+                if (n % 2 == 1 && k == m)
+                    EXPECT_EQ(p.b1[k], 0.0f) << "the real pole";
+                else
+                    EXPECT_GT(p.b1[k], 0.0f) << "k=" << k;
+            }
+            for (int k = m + 1; k < qm::kSectionSlots; ++k)
+                EXPECT_EQ(p.b0[k], 0.0f) << "nothing behind the last section, k=" << k;
+            EXPECT_EQ(p.b0[0], 0.0f);
+            if (fam.family != kButterworth && fam.family != kBessel && fam.family != kChebychev)
+                continue;
             const double lossDb =
                 10 * std::log10(denominatorPower(p, m, 1.0) / denominatorPower(p, m, 0.0));
             double expected = 10 * std::log10(2.0);
             if (fam.family == kChebychev && n > 1) expected = n % 2 == 1 ? double(fam.ripple) : 0.0;
-            EXPECT_NEAR(lossDb, expected, fam.family == kBessel ? 0.015 : 1e-4)
-                << "family " << fam.family << " ripple " << fam.ripple << " n=" << n;
+            EXPECT_NEAR(lossDb, expected, fam.family == kBessel ? 0.015 : 1e-4);
         }
-    }
 }
 
 // --- The missing Bessel row, derived ----------------------------------------
@@ -323,7 +312,7 @@ struct CustomQCase
 
 using CustomQ = ::testing::TestWithParam<CustomQCase>;
 
-TEST_P(CustomQ, ScalesEveryQByTheCthRootAndKeepsFrequencies)
+TEST_P(CustomQ, ScalesEveryPairsQAlikeAndKeepsFrequencies)
 {
     const CustomQCase& c = GetParam();
     const Poles base = family(c.base, c.n);
@@ -331,28 +320,22 @@ TEST_P(CustomQ, ScalesEveryQByTheCthRootAndKeepsFrequencies)
     s.typeFilterIndex = 6;
     s.QScale = c.QScale;
     const Poles p = run(c.n, s);
-    double product = 1;
-    int pairs = 0;
-    for (int k = 1; k <= (c.n + 1) / 2; ++k)
-        if (base.b1[k] != 0) {
-            product *= std::sqrt(double(base.b0[k])) / double(base.b1[k]);
-            ++pairs;
-        }
-    EXPECT_NEAR_REL(p.QBaseProduct, product, 1e-6);
-    const double factor = std::pow(double(c.QScale), 1.0 / std::max(pairs, 1));
-    double newProduct = 1;
+    double baseProduct = 1, ratioProduct = 1, firstRatio = 0;
     for (int k = 1; k <= (c.n + 1) / 2; ++k) {
         EXPECT_NEAR_REL(p.b0[k], base.b0[k], 1e-6) << "k=" << k;
         if (base.b1[k] == 0) {
             EXPECT_EQ(p.b1[k], 0.0f) << "a real pole stays, k=" << k;
-            EXPECT_EQ(p.b0[k], base.b0[k]);
             continue;
         }
-        EXPECT_NEAR_REL(p.b1[k], double(base.b1[k]) / factor, 1e-6) << "k=" << k;
-        newProduct *= std::sqrt(double(p.b0[k])) / double(p.b1[k]);
+        baseProduct *= std::sqrt(double(base.b0[k])) / double(base.b1[k]);
+        const double ratio = double(base.b1[k]) / double(p.b1[k]); // new Q over old
+        if (firstRatio == 0) firstRatio = ratio;
+        EXPECT_NEAR_REL(ratio, firstRatio, 1e-6) << "every pair alike, k=" << k;
+        ratioProduct *= ratio;
     }
-    // With no pole pair there is nothing for the factor to act on.
-    EXPECT_NEAR_REL(newProduct, pairs > 0 ? product * double(c.QScale) : product, 1e-5);
+    EXPECT_NEAR_REL(p.QBaseProduct, baseProduct, 1e-6);
+    // With no pole pair there is nothing for the scale to act on.
+    EXPECT_NEAR_REL(ratioProduct, firstRatio == 0 ? 1.0 : double(c.QScale), 1e-5);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -595,9 +578,7 @@ TEST_P(TransferFnRows, CopyShownFnAndQIntoTheEntries)
 INSTANTIATE_TEST_SUITE_P(Cases, TransferFnRows,
                          ::testing::Values(TransferCase{1, {0, 0, 0, 0, 0}, {1, 0, 0, 0, 0}},
                                            TransferCase{2, {1, 0, 0, 0, 0}, {1, 0, 0, 0, 0}},
-                                           TransferCase{4, {1, 1, 0, 0, 0}, {1, 1, 0, 0, 0}},
                                            TransferCase{5, {0, 1, 1, 0, 0}, {1, 1, 1, 0, 0}},
-                                           TransferCase{10, {1, 1, 1, 1, 1}, {1, 1, 1, 1, 1}},
-                                           TransferCase{9, {0, 1, 1, 1, 1}, {1, 1, 1, 1, 1}}));
+                                           TransferCase{10, {1, 1, 1, 1, 1}, {1, 1, 1, 1, 1}}));
 
 } // namespace
