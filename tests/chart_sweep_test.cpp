@@ -402,10 +402,6 @@ TEST(Traces, OddDesignsDrawOnlyFiniteLines)
     }
 }
 
-} // namespace
-
-namespace {
-
 /// The chart as the whole recalculation leaves it for the built-in design.
 TEST(Cycle, TheStartUpDesignIsCharted)
 {

@@ -118,9 +118,7 @@ struct GainCase
     float stageGain;
 };
 
-class SectionGain : public ::testing::TestWithParam<GainCase>
-{
-};
+using SectionGain = ::testing::TestWithParam<GainCase>;
 
 TEST_P(SectionGain, IsShownAsBuilt)
 {
@@ -182,9 +180,7 @@ struct OnePoleCase
     bool highPass;
 };
 
-class OnePole : public ::testing::TestWithParam<OnePoleCase>
-{
-};
+using OnePole = ::testing::TestWithParam<OnePoleCase>;
 
 TEST_P(OnePole, GivesR1AndC1Only)
 {
@@ -247,9 +243,7 @@ struct AdjustCase
     int resistors;
 };
 
-class AdjustPass : public ::testing::TestWithParam<AdjustCase>
-{
-};
+using AdjustPass = ::testing::TestWithParam<AdjustCase>;
 
 TEST_P(AdjustPass, PullsAHighPassSectionTowardsItsDesign)
 {
@@ -286,9 +280,7 @@ struct RoundTrip
     float gain;
 };
 
-class AnalysisRoundTrip : public ::testing::TestWithParam<RoundTrip>
-{
-};
+using AnalysisRoundTrip = ::testing::TestWithParam<RoundTrip>;
 
 TEST_P(AnalysisRoundTrip, GivesBackTheDesignOfExactParts)
 {
@@ -342,9 +334,7 @@ struct TrimCase
     const char* out;
 };
 
-class Trim : public ::testing::TestWithParam<TrimCase>
-{
-};
+using Trim = ::testing::TestWithParam<TrimCase>;
 
 TEST_P(Trim, DropsTheDecimalFromThreeDigitsOn)
 {
@@ -368,9 +358,7 @@ struct SensCase
     const char* text;
 };
 
-class Sensitivity : public ::testing::TestWithParam<SensCase>
-{
-};
+using Sensitivity = ::testing::TestWithParam<SensCase>;
 
 TEST_P(Sensitivity, ComparesThePerturbedSectionWithTheBuiltOne)
 {
@@ -408,9 +396,7 @@ struct GbpCase
     std::vector<float> expected;     // by result row; 0 for an empty row
 };
 
-class RequiredGBP : public ::testing::TestWithParam<GbpCase>
-{
-};
+using RequiredGBP = ::testing::TestWithParam<GbpCase>;
 
 TEST_P(RequiredGBP, FollowsGainQAndFnOfEachRow)
 {

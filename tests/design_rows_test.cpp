@@ -90,9 +90,7 @@ struct FamilyCase
     int minPoles;
 };
 
-class FnQRowsOfEveryFamily : public ::testing::TestWithParam<FamilyCase>
-{
-};
+using FnQRowsOfEveryFamily = ::testing::TestWithParam<FamilyCase>;
 
 TEST_P(FnQRowsOfEveryFamily, MatchTheFamilyToTheDigitsShown)
 {

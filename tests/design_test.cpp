@@ -16,6 +16,12 @@ struct Screen
 {
     qm::RecordingPlatform platform;
     qm::QuellmarkForm form{platform.services()};
+
+    void plan(int n)
+    {
+        form.n = static_cast<qm::i16>(n);
+        qm::deriveSectionCounts(form);
+    }
 };
 
 struct PlanCase
@@ -25,16 +31,13 @@ struct PlanCase
     int realPoleCount;
 };
 
-class SectionCounts : public ::testing::TestWithParam<PlanCase>
-{
-};
+using SectionCounts = ::testing::TestWithParam<PlanCase>;
 
 TEST_P(SectionCounts, FollowThePoleCount)
 {
     const PlanCase& c = GetParam();
     Screen s;
-    s.form.n = static_cast<qm::i16>(c.n);
-    qm::deriveSectionCounts(s.form);
+    s.plan(c.n);
     EXPECT_EQ(s.form.sectionRows, c.sectionRows);
     EXPECT_EQ(s.form.realPoleCount, c.realPoleCount);
     EXPECT_EQ(s.form.realPoleFlag, c.realPoleCount ? -1 : 0);
@@ -49,8 +52,7 @@ INSTANTIATE_TEST_SUITE_P(AllPoleCounts, SectionCounts,
 /// Sets up what chooseSchematics reads, for row 0 in use.
 void planFor(Screen& s, int n, int circuitType, bool fda, bool highPass, float gain)
 {
-    s.form.n = static_cast<qm::i16>(n);
-    qm::deriveSectionCounts(s.form);
+    s.plan(n);
     s.form.circuitType = static_cast<qm::i16>(circuitType);
     s.form.FDAcircuit.value = fda ? qm::kChecked : 0;
     s.form.InvCalc.value = highPass ? 1 : 0;
@@ -69,9 +71,7 @@ struct PictureCase
     bool gainResistorsShown;
 };
 
-class SchematicChoice : public ::testing::TestWithParam<PictureCase>
-{
-};
+using SchematicChoice = ::testing::TestWithParam<PictureCase>;
 
 TEST_P(SchematicChoice, ShowsOnePictureAndItsLabels)
 {
@@ -132,9 +132,7 @@ struct RealStageCase
     int cLeftOffset;
 };
 
-class RealStagePicture : public ::testing::TestWithParam<RealStageCase>
-{
-};
+using RealStagePicture = ::testing::TestWithParam<RealStageCase>;
 
 TEST_P(RealStagePicture, FollowsCircuitAndPassband)
 {
@@ -173,9 +171,7 @@ struct LineCase
     bool fdaLines;
 };
 
-class JoiningLines : public ::testing::TestWithParam<LineCase>
-{
-};
+using JoiningLines = ::testing::TestWithParam<LineCase>;
 
 TEST_P(JoiningLines, JoinTheSecondLineOfPicturesAboveFivePoles)
 {
@@ -203,8 +199,7 @@ INSTANTIATE_TEST_SUITE_P(AroundFivePoles, JoiningLines,
 TEST(FnQRows, ShowTheNormalisedSectionsAtTheCutoff)
 {
     Screen s;
-    s.form.n = 3;
-    qm::deriveSectionCounts(s.form);
+    s.plan(3);
     s.form.fc = 1000.0f;
     s.form.b0[1] = 1.0f; // Butterworth pair, Q = 1
     s.form.b1[1] = 1.0f;
@@ -225,8 +220,7 @@ TEST(FnQRows, ShowTheNormalisedSectionsAtTheCutoff)
 TEST(FnQRows, HighPassShowsTheMirroredFrequencyButKeepsFnDisplay)
 {
     Screen s;
-    s.form.n = 2;
-    qm::deriveSectionCounts(s.form);
+    s.plan(2);
     s.form.fc = 1000.0f;
     s.form.b0[1] = 4.0f; // Fn of the prototype at 2 kHz
     s.form.b1[1] = 2.0f;
@@ -239,17 +233,12 @@ TEST(FnQRows, HighPassShowsTheMirroredFrequencyButKeepsFnDisplay)
 TEST(FnQRows, OnePoleHidesQtotal)
 {
     Screen s;
-    s.form.n = 1;
-    qm::deriveSectionCounts(s.form);
+    s.plan(1);
     s.form.b0[1] = 1.0f;
     qm::writeFnQRows(s.form);
     qm::writeQtotal(s.form);
     EXPECT_FALSE(s.form.Qtotal.visible);
 }
-
-} // namespace
-
-namespace {
 
 TEST(OptionGroups, SelectingOneOptionLeavesOtherFramesAlone)
 {

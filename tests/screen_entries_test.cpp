@@ -61,9 +61,7 @@ struct EntryCase
     const char* shown;
 };
 
-class TypedEntry : public ::testing::TestWithParam<EntryCase>
-{
-};
+using TypedEntry = ::testing::TestWithParam<EntryCase>;
 
 TEST_P(TypedEntry, IsCleanedClampedAndRewritten)
 {
@@ -77,73 +75,71 @@ TEST_P(TypedEntry, IsCleanedClampedAndRewritten)
     EXPECT_TRUE(s.p.messages.empty());
 }
 
+/// An entry typed on the start-up design, or on another family of it.
+EntryCase at(const char* entry, const char* typed, const char* shown, int family = Butterworth)
+{
+    return {family, "", false, entry, typed, shown};
+}
+EntryCase sallenKey(const char* entry, const char* typed, const char* shown)
+{
+    return {Butterworth, "", true, entry, typed, shown};
+}
+EntryCase customFnQ(const char* entry, const char* typed, const char* shown)
+{
+    return {CustomFnQ, "2", false, entry, typed, shown};
+}
+
 constexpr const char* kMicro = "100 \xC2\xB5";
 
 INSTANTIATE_TEST_SUITE_P(PoleCount, TypedEntry,
-                         ::testing::Values(EntryCase{Butterworth, "", false, "Text18", "2.7", "2"},
-                                           EntryCase{Butterworth, "", false, "Text18", "0", "2"},
-                                           EntryCase{Butterworth, "", false, "Text18", "12", "10"},
-                                           EntryCase{Butterworth, "", false, "Text18", "", "3"},
-                                           EntryCase{Butterworth, "", false, "Text18", "-3", "3"},
-                                           EntryCase{Bessel, "", false, "Text18", "0", "1"},
-                                           EntryCase{Chebychev, "", false, "Text18", "1", "2"},
-                                           EntryCase{Gaussian, "", false, "Text18", "2", "3"},
-                                           EntryCase{CustomQ, "", false, "Text18", "2", "3"}));
+                         ::testing::Values(at("Text18", "2.7", "2"), at("Text18", "0", "2"),
+                                           at("Text18", "12", "10"), at("Text18", "", "3"),
+                                           at("Text18", "-3", "3"), at("Text18", "0", "1", Bessel),
+                                           at("Text18", "1", "2", Chebychev),
+                                           at("Text18", "2", "3", Gaussian),
+                                           at("Text18", "2", "3", CustomQ)));
 
-INSTANTIATE_TEST_SUITE_P(
-    Ripple, TypedEntry,
-    ::testing::Values(EntryCase{Chebychev, "", false, "Text19", "0", ".001"},
-                      EntryCase{Chebychev, "", false, "Text19", "25", "10"},
-                      EntryCase{Chebychev, "", false, "Text19", "0.0001", "0.001"},
-                      EntryCase{Chebychev, "", false, "Text19", "-2", "1"},
-                      EntryCase{Chebychev, "", false, "Text19", "0.5 dB", "0.5"}));
+INSTANTIATE_TEST_SUITE_P(Ripple, TypedEntry,
+                         ::testing::Values(at("Text19", "0", ".001", Chebychev),
+                                           at("Text19", "25", "10", Chebychev),
+                                           at("Text19", "0.0001", "0.001", Chebychev),
+                                           at("Text19", "-2", "1", Chebychev),
+                                           at("Text19", "0.5 dB", "0.5", Chebychev)));
 
 INSTANTIATE_TEST_SUITE_P(
     CutoffSeedResponse, TypedEntry,
-    ::testing::Values(EntryCase{Butterworth, "", false, "Text34", "0", "1.00 k"},
-                      EntryCase{Butterworth, "", false, "Text34", "abc", "1.00 k"},
-                      EntryCase{Butterworth, "", false, "Text34", "300M", "200 M"},
-                      EntryCase{Butterworth, "", false, "Text34", "-5k", "5.00 k"},
-                      EntryCase{Butterworth, "", false, "Text34", "0.0001", "1.00 m"},
-                      EntryCase{Butterworth, "", false, "Text12", "50", "100 "},
-                      EntryCase{Butterworth, "", false, "Text12", "20M", "10.0 M"},
-                      EntryCase{Butterworth, "", false, "Text12", "", "10.0 k"},
-                      EntryCase{Butterworth, "", false, "RespF", "0", "10.0 k"},
-                      EntryCase{Butterworth, "", false, "RespF", "-2k", "2.00 k"},
-                      EntryCase{Butterworth, "", false, "RespF", "0.001", "10.0 m"},
-                      EntryCase{Butterworth, "", false, "RespF", "2G", "1.00 G"}));
+    ::testing::Values(at("Text34", "0", "1.00 k"), at("Text34", "abc", "1.00 k"),
+                      at("Text34", "300M", "200 M"), at("Text34", "-5k", "5.00 k"),
+                      at("Text34", "0.0001", "1.00 m"), at("Text12", "50", "100 "),
+                      at("Text12", "20M", "10.0 M"), at("Text12", "", "10.0 k"),
+                      at("RespF", "0", "10.0 k"), at("RespF", "-2k", "2.00 k"),
+                      at("RespF", "0.001", "10.0 m"), at("RespF", "2G", "1.00 G")));
 
-INSTANTIATE_TEST_SUITE_P(
-    Capacitors, TypedEntry,
-    ::testing::Values(EntryCase{Butterworth, "", false, "C1Entry(0)", "4.7n", "4.70 n"},
-                      EntryCase{Butterworth, "", false, "C1Entry(0)", "0.5p", "1.00 p"},
-                      EntryCase{Butterworth, "", false, "C1Entry(0)", "2m", kMicro},
-                      EntryCase{Butterworth, "", false, "C2Entry(0)", "-10n", "10.0 n"},
-                      EntryCase{Butterworth, "", false, "C1RealEntry", "1", kMicro}));
+INSTANTIATE_TEST_SUITE_P(Capacitors, TypedEntry,
+                         ::testing::Values(at("C1Entry(0)", "4.7n", "4.70 n"),
+                                           at("C1Entry(0)", "0.5p", "1.00 p"),
+                                           at("C1Entry(0)", "2m", kMicro),
+                                           at("C2Entry(0)", "-10n", "10.0 n"),
+                                           at("C1RealEntry", "1", kMicro)));
 
 INSTANTIATE_TEST_SUITE_P(
     Gains, TypedEntry,
-    ::testing::Values(EntryCase{Butterworth, "", false, "GainTB(0)", "0.5", "0.5"},
-                      EntryCase{Butterworth, "", false, "GainTB(0)", "0.05", "0.1"},
-                      EntryCase{Butterworth, "", false, "GainTB(0)", "0", "1"},
-                      EntryCase{Butterworth, "", false, "GainTB(0)", "2000", "1000"},
-                      EntryCase{Butterworth, "", false, "GainTB(0)", "-2", ""},
-                      EntryCase{Butterworth, "", false, "GainTB(0)", "3 V/V", "3"},
-                      EntryCase{Butterworth, "", true, "GainTB(0)", "0.5", "1"},
-                      EntryCase{Butterworth, "", true, "GainTB(0)", "2.5", "2.5"}));
+    ::testing::Values(at("GainTB(0)", "0.5", "0.5"), at("GainTB(0)", "0.05", "0.1"),
+                      at("GainTB(0)", "0", "1"), at("GainTB(0)", "2000", "1000"),
+                      at("GainTB(0)", "-2", ""), at("GainTB(0)", "3 V/V", "3"),
+                      sallenKey("GainTB(0)", "0.5", "1"), sallenKey("GainTB(0)", "2.5", "2.5")));
 
-INSTANTIATE_TEST_SUITE_P(
-    CustomFnAndQ, TypedEntry,
-    ::testing::Values(EntryCase{CustomFnQ, "2", false, "FnInput(0)", "1.5 kHz", "1.5000 kHz"},
-                      EntryCase{CustomFnQ, "2", false, "FnInput(0)", "1500", "1.5000 kHz"},
-                      EntryCase{CustomFnQ, "2", false, "FnInput(0)", "1500Hz", "1.5000 kHz"},
-                      EntryCase{CustomFnQ, "2", false, "FnInput(0)", "5", "5.0000 Hz"},
-                      EntryCase{CustomFnQ, "2", false, "FnInput(0)", "0", "1.0000 kHz"},
-                      EntryCase{CustomFnQ, "2", false, "FnInput(0)", "", "1.0000 kHz"},
-                      EntryCase{CustomFnQ, "2", false, "FnInput(0)", "300M", "200.00 MHz"},
-                      EntryCase{CustomFnQ, "2", false, "QInput(0)", "0.7071", "707.10 m"},
-                      EntryCase{CustomFnQ, "2", false, "QInput(0)", "-2", "2.0000 "},
-                      EntryCase{CustomFnQ, "2", false, "QInput(0)", "", "1.0000 k"}));
+INSTANTIATE_TEST_SUITE_P(CustomFnAndQ, TypedEntry,
+                         ::testing::Values(customFnQ("FnInput(0)", "1.5 kHz", "1.5000 kHz"),
+                                           customFnQ("FnInput(0)", "1500", "1.5000 kHz"),
+                                           customFnQ("FnInput(0)", "1500Hz", "1.5000 kHz"),
+                                           customFnQ("FnInput(0)", "5", "5.0000 Hz"),
+                                           customFnQ("FnInput(0)", "0", "1.0000 kHz"),
+                                           customFnQ("FnInput(0)", "", "1.0000 kHz"),
+                                           customFnQ("FnInput(0)", "300M", "200.00 MHz"),
+                                           customFnQ("QInput(0)", "0.7071", "707.10 m"),
+                                           customFnQ("QInput(0)", "-2", "2.0000 "),
+                                           customFnQ("QInput(0)", "", "1.0000 k")));
 
 // --- Texts that can't be read ---
 
@@ -156,9 +152,7 @@ struct FailureCase
     bool reported;
 };
 
-class UnreadableEntry : public ::testing::TestWithParam<FailureCase>
-{
-};
+using UnreadableEntry = ::testing::TestWithParam<FailureCase>;
 
 TEST_P(UnreadableEntry, EndsWithoutRecalculating)
 {
@@ -271,9 +265,7 @@ struct CursorCase
     int x;
 };
 
-class ResponseCursor : public ::testing::TestWithParam<CursorCase>
-{
-};
+using ResponseCursor = ::testing::TestWithParam<CursorCase>;
 
 TEST_P(ResponseCursor, FollowsTheLogAxis)
 {
@@ -329,9 +321,7 @@ struct FamilyCase
     bool qtotalRaised;
 };
 
-class FamilyReaction : public ::testing::TestWithParam<FamilyCase>
-{
-};
+using FamilyReaction = ::testing::TestWithParam<FamilyCase>;
 
 TEST_P(FamilyReaction, SetsPromptNameAndEntries)
 {
@@ -435,9 +425,7 @@ struct ListCase
     int promptKey;
 };
 
-class SeriesList : public ::testing::TestWithParam<ListCase>
-{
-};
+using SeriesList = ::testing::TestWithParam<ListCase>;
 
 TEST_P(SeriesList, RecalculatesThenShowsItsPromptDirectly)
 {
@@ -529,9 +517,7 @@ struct GainClearCase
     bool capacitorsKept;
 };
 
-class GainChange : public ::testing::TestWithParam<GainClearCase>
-{
-};
+using GainChange = ::testing::TestWithParam<GainClearCase>;
 
 TEST_P(GainChange, DropsTheRowsCapacitorsUnlessBlankAndOneMeetTheSameGain)
 {
@@ -560,9 +546,7 @@ struct QtotalCase
     double total;
 };
 
-class TotalQ : public ::testing::TestWithParam<QtotalCase>
-{
-};
+using TotalQ = ::testing::TestWithParam<QtotalCase>;
 
 // Held, so that the entry is seen as the validation leaves it: the
 // recalculation writes the realised product over it.

@@ -28,9 +28,7 @@ struct FixedCase
     const char* text;
 };
 
-class FixedPrompt : public ::testing::TestWithParam<FixedCase>
-{
-};
+using FixedPrompt = ::testing::TestWithParam<FixedCase>;
 
 TEST_P(FixedPrompt, ReadsExactly)
 {
@@ -83,9 +81,7 @@ struct SeparatorCase
     const char* part;
 };
 
-class SeparatorInPrompt : public ::testing::TestWithParam<SeparatorCase>
-{
-};
+using SeparatorInPrompt = ::testing::TestWithParam<SeparatorCase>;
 
 TEST_P(SeparatorInPrompt, FollowsTheLocale)
 {
@@ -125,12 +121,19 @@ struct CapacitorCase
 {
     int key;
     bool fullyDifferential;
-    const char* text;
+    std::string text;
 };
 
-class CapacitorPrompt : public ::testing::TestWithParam<CapacitorCase>
+/// The prompt of a capacitor of a pair: past its limit the partner changes.
+std::string pairPrompt(const char* value, const char* limit, bool isC1)
 {
-};
+    return std::string("The current value of this capacitor is ") + value +
+           ".\r\nYou may enter a new value...\r\nA value " + (isC1 ? "larger" : "smaller") +
+           " than approximately " + limit + " will force a change in the current value of " +
+           (isC1 ? "C2" : "C1") + " in this section.";
+}
+
+using CapacitorPrompt = ::testing::TestWithParam<CapacitorCase>;
 
 TEST_P(CapacitorPrompt, ShowsTheSectionOfTheRow)
 {
@@ -143,32 +146,14 @@ TEST_P(CapacitorPrompt, ShowsTheSectionOfTheRow)
 INSTANTIATE_TEST_SUITE_P(
     Rows, CapacitorPrompt,
     ::testing::Values(
-        CapacitorCase{100, false,
-                      "The current value of this capacitor is 10.0 nF.\r\nYou may enter a new "
-                      "value...\r\nA value larger than approximately 22.0 nF will force a change "
-                      "in the current value of C2 in this section."},
-        CapacitorCase{101, false,
-                      "The current value of this capacitor is 4.70 nF.\r\nYou may enter a new "
-                      "value...\r\nA value larger than approximately 6.80 nF will force a change "
-                      "in the current value of C2 in this section."},
-        CapacitorCase{105, false,
-                      "The current value of this capacitor is 20.0 nF.\r\nYou may enter a new "
-                      "value...\r\nA value smaller than approximately 4.00 nF will force a change "
-                      "in the current value of C1 in this section."},
+        CapacitorCase{100, false, pairPrompt("10.0 nF", "22.0 nF", true)},
+        CapacitorCase{101, false, pairPrompt("4.70 nF", "6.80 nF", true)},
+        CapacitorCase{105, false, pairPrompt("20.0 nF", "4.00 nF", false)},
         // A fully differential C2 is shown per capacitor: half the record.
-        CapacitorCase{105, true,
-                      "The current value of this capacitor is 10.0 nF.\r\nYou may enter a new "
-                      "value...\r\nA value smaller than approximately 2.00 nF will force a change "
-                      "in the current value of C1 in this section."},
-        CapacitorCase{106, true,
-                      "The current value of this capacitor is 500 pF.\r\nYou may enter a new "
-                      "value...\r\nA value smaller than approximately 165 pF will force a change "
-                      "in the current value of C1 in this section."},
+        CapacitorCase{105, true, pairPrompt("10.0 nF", "2.00 nF", false)},
+        CapacitorCase{106, true, pairPrompt("500 pF", "165 pF", false)},
         // C1 is never halved.
-        CapacitorCase{100, true,
-                      "The current value of this capacitor is 10.0 nF.\r\nYou may enter a new "
-                      "value...\r\nA value larger than approximately 22.0 nF will force a change "
-                      "in the current value of C2 in this section."},
+        CapacitorCase{100, true, pairPrompt("10.0 nF", "22.0 nF", true)},
         CapacitorCase{110, false,
                       "The current value of this capacitor is 47.0 nF.  You may enter a new "
                       "value...\r\n\r\nThe value you enter will change the R1 value for the Real "
@@ -205,9 +190,7 @@ struct TipCase
     const char* tip;
 };
 
-class ToolTip : public ::testing::TestWithParam<TipCase>
-{
-};
+using ToolTip = ::testing::TestWithParam<TipCase>;
 
 TEST_P(ToolTip, IsSetOnTheControl)
 {

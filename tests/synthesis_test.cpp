@@ -79,9 +79,7 @@ struct ResCase
     float out;
 };
 
-class StdResCases : public ::testing::TestWithParam<ResCase>
-{
-};
+using StdResCases = ::testing::TestWithParam<ResCase>;
 
 TEST_P(StdResCases, RoundToTheSeries)
 {
@@ -136,9 +134,7 @@ struct CapCase
     float out;
 };
 
-class StdCapsCases : public ::testing::TestWithParam<CapCase>
-{
-};
+using StdCapsCases = ::testing::TestWithParam<CapCase>;
 
 TEST_P(StdCapsCases, StepFromTheNearestValue)
 {
@@ -176,9 +172,7 @@ struct MappingCase
     double resistor; // the real circuit's resistor after rounding
 };
 
-class CapacitorMapping : public ::testing::TestWithParam<MappingCase>
-{
-};
+using CapacitorMapping = ::testing::TestWithParam<MappingCase>;
 
 TEST_P(CapacitorMapping, RoundsTheResistorItBecomesToTheNearestValue)
 {
@@ -233,9 +227,7 @@ struct WorkedCase
     double c1, c2min, c2, c1max, r1, r2, r3, r4;
 };
 
-class WorkedExample : public ::testing::TestWithParam<WorkedCase>
-{
-};
+using WorkedExample = ::testing::TestWithParam<WorkedCase>;
 
 TEST_P(WorkedExample, GivesTheKnownParts)
 {
@@ -296,9 +288,7 @@ struct EntryCase
     float partnerValue; // the partner's row value afterwards
 };
 
-class EnteredCapacitor : public ::testing::TestWithParam<EntryCase>
-{
-};
+using EnteredCapacitor = ::testing::TestWithParam<EntryCase>;
 
 TEST_P(EnteredCapacitor, ChecksItsPartner)
 {
