@@ -38,18 +38,14 @@ Section realPole(double fp)
     return {kTwoPi * fp, 0};
 }
 
-std::complex<double> transfer(const std::vector<Section>& sections, double hz)
-{
-    const std::complex<double> s(0, kTwoPi * hz);
-    std::complex<double> h = 1;
-    for (const Section& x : sections)
-        h *= x.b1 == 0 ? x.b0 / (s + x.b0) : x.b0 / (s * s + x.b1 * s + x.b0);
-    return h;
-}
-
 double gainDB(const std::vector<Section>& sections, double hz)
 {
-    return 20 * std::log10(std::abs(transfer(sections, hz)));
+    const std::complex<double> s(0, kTwoPi * hz);
+    double sum = 0;
+    for (const Section& x : sections)
+        sum += 20 * std::log10(
+                        std::abs(x.b1 == 0 ? x.b0 / (s + x.b0) : x.b0 / (s * s + x.b1 * s + x.b0)));
+    return sum;
 }
 
 /// Unwrapped phase in degrees: the sum of the sections' own phases.
