@@ -100,13 +100,7 @@ class SallenSection
     void checkC1()
     {
         c1Limit();
-        if (p_.cOne > p_.c1max) {
-            p_.cOne = 0;
-            if (ctx_.row) {
-                ctx_.row->C1Entry.clear();
-                ctx_.row->C1Value = 0;
-            }
-        }
+        if (p_.cOne > p_.c1max) dropEnteredC1(p_, ctx_.row);
         if (p_.cOne == 0) {
             p_.cOne = f32(d64(p_.c1max) / kHeadroom);
             StdCaps(p_.cOne, -1, 1, ctx_.rounding);

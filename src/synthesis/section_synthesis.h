@@ -48,6 +48,17 @@ struct SynthesisContext
     char decSep = '.';
 };
 
+/// A C1 that the present C2 can't take is dropped: the synthesis chooses
+/// again, and the row's entry is emptied so the designer sees the new value.
+inline void dropEnteredC1(SectionParts& p, RowEntries* row)
+{
+    p.cOne = 0;
+    if (row) {
+        row->C1Entry.clear();
+        row->C1Value = 0;
+    }
+}
+
 /// The first-order stage of either circuit: R1 and C1 for the pole b0 in
 /// rad/s. A C1 fixed by the designer arrives negative and wins; without one,
 /// C1 follows from the R1 seed and R1 is worked out again from the standard
