@@ -1,13 +1,10 @@
 // The drawings of the window: the schematic pictures against the value
-// labels that the recalculation places over them, the joins between
-// neighbouring pictures, the chart surface, and the fitting of texts.
+// labels that the recalculation places over them, and the fitting of texts.
 #include "shell_harness.h"
 
-#include "shell/chart_view.h"
 #include "shell/schematic_sketch.h"
 #include "shell/shell_style.h"
 #include "shell/text_fit.h"
-#include "shell/twips.h"
 
 #include <QApplication>
 #include <QFontMetricsF>
@@ -101,89 +98,7 @@ QStringList misplacedLabels(const QuellmarkForm& f)
     return out;
 }
 
-/// The ends of the wires that meet nothing: no part, amplifier, ground, other
-/// wire, nor the picture's edge where the neighbour joins.
-QStringList looseEnds(const Sketch& s, double rightEdge)
-{
-    std::vector<QPointF> pins;
-    for (const Part& p : s.parts) {
-        const QPointF half = p.vertical ? QPointF(0, kPartLength / 2) : QPointF(kPartLength / 2, 0);
-        pins.push_back(p.centre - half);
-        pins.push_back(p.centre + half);
-    }
-    for (const Amplifier& a : s.amplifiers) {
-        pins.push_back(a.upperInput());
-        pins.push_back(a.lowerInput());
-        if (a.differential) {
-            pins.push_back(a.upperOutput());
-            pins.push_back(a.lowerOutput());
-        } else {
-            pins.push_back(a.output());
-        }
-    }
-    pins.insert(pins.end(), s.grounds.begin(), s.grounds.end());
-    auto onWire = [&](QPointF p, std::size_t self, bool first) {
-        for (std::size_t w = 0; w < s.wires.size(); ++w)
-            for (qsizetype k = 1; k < s.wires[w].size(); ++k) {
-                const QLineF seg(s.wires[w][k - 1], s.wires[w][k]);
-                if (w == self && ((first && k == 1) || (!first && k == s.wires[w].size() - 1)))
-                    continue;
-                const QPointF d = seg.p2() - seg.p1();
-                const double len2 = QPointF::dotProduct(d, d);
-                const double t =
-                    len2 == 0 ? 0
-                              : std::clamp(QPointF::dotProduct(p - seg.p1(), d) / len2, 0.0, 1.0);
-                if (QLineF(p, seg.p1() + t * d).length() < 1) return true;
-            }
-        return false;
-    };
-    QStringList out;
-    for (std::size_t w = 0; w < s.wires.size(); ++w)
-        for (bool first : {true, false}) {
-            const QPointF p = first ? s.wires[w].front() : s.wires[w].back();
-            const bool atPin = std::any_of(pins.begin(), pins.end(),
-                                           [&](QPointF q) { return QLineF(p, q).length() < 1; });
-            if (!atPin && !onWire(p, w, first) && p.x() != 0 && p.x() != rightEdge)
-                out << QStringLiteral("(%1, %2)").arg(p.x()).arg(p.y());
-        }
-    return out;
-}
-
-struct Kinds
-{
-    const char* name;
-    PictureKind kind;
-    double rightEdge;
-    std::vector<double> inputs;
-    std::vector<double> outputs;
-};
-
-std::vector<Kinds> allPictures()
-{
-    using C = Circuit;
-    const double s1 = kSignalY;
-    const double s2 = kDifferentialSignalY;
-    const double r = kRealStageRaise;
-    std::vector<Kinds> kinds;
-    for (bool hp : {false, true}) {
-        kinds.push_back({"multiple feedback", {C::MultipleFeedback, hp}, 2150, {s1}, {s1}});
-        kinds.push_back(
-            {"differential", {C::DifferentialMultipleFeedback, hp}, 2270, {s1, s2}, {s1, s2}});
-        kinds.push_back({"Sallen-Key", {C::SallenKey, hp}, 2150, {s1}, {s1}});
-        kinds.push_back({"follower Sallen-Key", {C::SallenKeyUnity, hp}, 2150, {s1}, {s1}});
-        kinds.push_back({"real stage", {C::RealStage, hp}, 1850, {750}, {s1 + r}});
-        kinds.push_back({"differential real stage",
-                         {C::DifferentialRealStage, hp},
-                         1850,
-                         {560, s2 + r},
-                         {s1 + r, s2 + r}});
-    }
-    return kinds;
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(qm::PictureKind)
 
 class DrawingTest : public QObject
 {
@@ -228,154 +143,6 @@ class DrawingTest : public QObject
         QVERIFY(twin.platform.messages.empty());
         const QStringList wrong = misplacedLabels(twin.form);
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(QLatin1Char('\n'))));
-    }
-
-    void picturesJoinTheirNeighbours_data()
-    {
-        QTest::addColumn<PictureKind>("kind");
-        QTest::addColumn<double>("rightEdge");
-        QTest::addColumn<QList<double>>("inputs");
-        QTest::addColumn<QList<double>>("outputs");
-        for (const Kinds& k : allPictures())
-            QTest::addRow("%s%s", k.name, k.kind.highPass ? " high-pass" : "")
-                << k.kind << k.rightEdge << QList<double>(k.inputs.begin(), k.inputs.end())
-                << QList<double>(k.outputs.begin(), k.outputs.end());
-    }
-
-    void picturesJoinTheirNeighbours()
-    {
-        QFETCH(PictureKind, kind);
-        QFETCH(double, rightEdge);
-        QFETCH(QList<double>, inputs);
-        QFETCH(QList<double>, outputs);
-        const Sketch s = sketchOf(kind);
-        QList<double> in;
-        QList<double> out;
-        for (const QPolygonF& w : s.wires)
-            for (QPointF p : {w.front(), w.back()}) {
-                if (p.x() == 0) in << p.y();
-                if (p.x() == rightEdge) out << p.y();
-            }
-        std::sort(in.begin(), in.end());
-        std::sort(out.begin(), out.end());
-        QCOMPARE(in, inputs);
-        QCOMPARE(out, outputs);
-        const QStringList loose = looseEnds(s, rightEdge);
-        QVERIFY2(loose.isEmpty(), qPrintable(loose.join(QLatin1Char(' '))));
-    }
-
-    void highPassExchangesResistorsAndCapacitors_data()
-    {
-        QTest::addColumn<PictureKind>("kind");
-        QTest::addColumn<QString>("kept");
-        for (const Kinds& k : allPictures())
-            if (!k.kind.highPass)
-                QTest::addRow("%s", k.name)
-                    << k.kind << (k.kind.circuit == Circuit::SallenKey ? "R3 R4" : "");
-    }
-
-    void highPassExchangesResistorsAndCapacitors()
-    {
-        QFETCH(PictureKind, kind);
-        QFETCH(QString, kept);
-        const Sketch low = sketchOf(kind);
-        const Sketch high = sketchOf({kind.circuit, true});
-        QCOMPARE(high.parts.size(), low.parts.size());
-        for (std::size_t k = 0; k < low.parts.size(); ++k) {
-            const Part& l = low.parts[k];
-            const Part& h = high.parts[k];
-            if (kept.split(' ').contains(l.name)) {
-                QCOMPARE(h.name, l.name);
-                QVERIFY(h.kind == l.kind);
-                continue;
-            }
-            QVERIFY(h.kind != l.kind);
-            QCOMPARE(h.name.mid(1), l.name.mid(1));
-            QCOMPARE(h.name[0], h.kind == PartKind::Resistor ? QLatin1Char('R') : QLatin1Char('C'));
-        }
-    }
-
-    void everyPictureHasItsNamedParts_data()
-    {
-        QTest::addColumn<QString>("picture");
-        QTest::addColumn<QString>("parts");
-        QTest::newRow("MFBsch") << "MFBsch"
-                                << "C1 C2 R1 R2 R3";
-        QTest::newRow("MFBschHP") << "MFBschHP"
-                                  << "C1 C2 C3 R1 R2";
-        QTest::newRow("FDAsch") << "FDAsch"
-                                << "C1 C2 R1 R2 R3";
-        QTest::newRow("FDAschHP") << "FDAschHP"
-                                  << "C1 C2 C3 R1 R2";
-        QTest::newRow("SK") << "SK"
-                            << "C1 C2 R1 R2 R3 R4";
-        QTest::newRow("SKhp") << "SKhp"
-                              << "C1 C2 R1 R2 R3 R4";
-        QTest::newRow("SKg1") << "SKg1"
-                              << "C1 C2 R1 R2";
-        QTest::newRow("SKg1HP") << "SKg1HP"
-                                << "C1 C2 R1 R2";
-        QTest::newRow("RealPole") << "RealPole"
-                                  << "C1 R1";
-        QTest::newRow("RealHP") << "RealHP"
-                                << "C1 R1";
-        QTest::newRow("FDA1p") << "FDA1p"
-                               << "C1 R1";
-        QTest::newRow("FDARealHP") << "FDARealHP"
-                                   << "C1 R1";
-    }
-
-    void everyPictureHasItsNamedParts()
-    {
-        QFETCH(QString, picture);
-        QFETCH(QString, parts);
-        const auto kind = pictureOf(picture.toStdString());
-        QVERIFY(kind);
-        QStringList names;
-        for (const Part& p : sketchOf(*kind).parts)
-            if (p.named && !names.contains(p.name)) names << p.name;
-        names.sort();
-        QCOMPARE(names.join(' '), parts);
-        QVERIFY(!pictureOf("Graph"));
-    }
-
-    void chartPaintsItsSurface_data()
-    {
-        QTest::addColumn<unsigned>("ground");
-        QTest::addColumn<bool>("cursorShown");
-        QTest::newRow("white ground") << unsigned(kWhite) << true;
-        QTest::newRow("black ground") << unsigned(kBlack) << true;
-        QTest::newRow("cursor hidden") << unsigned(kWhite) << false;
-    }
-
-    void chartPaintsItsSurface()
-    {
-        QFETCH(unsigned, ground);
-        QFETCH(bool, cursorShown);
-        QuellmarkForm f({});
-        f.Graph.backColor = ground;
-        f.Cursor.visible = cursorShown;
-        f.Cursor.x1 = f.Cursor.x2 = 1500;
-        LineSurface surface;
-        surface.line(0, 750, 3535, 750, rgb(255, 0, 0));
-        surface.line(300, 0, 300, 3252, rgb(128, 128, 128));
-        struct NoEvents : ControlEvents
-        {
-            void entryEdited(const std::string&, const QString&) override {}
-            void userEvent(const std::string&, FormEvent, const EventArgs&) override {}
-            void listChosen(const std::string&, int) override {}
-            void choiceClicked(const std::string&) override {}
-        } events;
-        ChartView view(f.Graph, f.Cursor, surface, events, nullptr);
-        view.setGeometry(controlRect(f.Graph));
-        const QImage image = view.grab().toImage();
-        QCOMPARE(image.pixelColor(10, 50), QColor(255, 0, 0));
-        QCOMPARE(image.pixelColor(20, 10), QColor(128, 128, 128));
-        QCOMPARE(image.pixelColor(100, 10), cursorShown ? QColor(0, 0, 255) : qtColor(ground, {}));
-        QCOMPARE(image.pixelColor(200, 150), qtColor(ground, {}));
-        surface.clear();
-        view.refresh();
-        QCOMPARE(view.grab().toImage().pixelColor(10, 50), qtColor(ground, {}));
     }
 
     void textsFitTheirBoxes_data()

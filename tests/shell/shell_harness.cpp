@@ -31,64 +31,63 @@ void HeadlessTwin::act(ActionKind kind, const std::string& control, const std::s
     applyAction(form, {kind, control, text});
 }
 
-namespace {
-
-void applyStep(MainWindow& w, HeadlessTwin& twin, const QString& verb, const QString& arg)
+void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
 {
-    const std::string name = arg.section('=', 0, 0).toStdString();
-    const QString value = arg.section('=', 1);
-    if (verb == QLatin1String("enter") || verb == QLatin1String("type")) {
-        const bool enter = verb == QLatin1String("enter");
-        typeInto(w, name.c_str(), value);
-        if (enter) pressEnter(w, name.c_str());
-        twin.act(enter ? ActionKind::Enter : ActionKind::Type, name, value.toStdString());
-        // The twin's typing leaves the entry at once; the window's stays in it.
-        if (!enter) twin.form.moveFocus(name);
-    } else if (verb == QLatin1String("focus")) {
-        w.widgetOf(name)->setFocus(Qt::TabFocusReason);
-        twin.form.moveFocus(name);
-    } else if (verb == QLatin1String("click")) {
-        clickOn(w, name.c_str());
-        twin.act(ActionKind::Click, name);
-    } else if (verb == QLatin1String("pick")) {
-        pickFromList(w, name.c_str(), value.toInt());
-        twin.act(ActionKind::Select, name, value.toStdString());
-    } else if (verb == QLatin1String("menu")) {
-        w.actionOf(name)->trigger();
-        twin.form.raise(name, FormEvent::Click);
-    } else {
-        const QPoint at(arg.section(',', 0, 0).toInt(), arg.section(',', 1).toInt());
-        QTest::mouseClick(w.widgetOf("Graph"), Qt::LeftButton, {}, at);
-        EventArgs args;
-        args.x = static_cast<float>(pxToTwips(at.x()));
-        args.y = static_cast<float>(pxToTwips(at.y()));
-        twin.form.raise("Graph", FormEvent::MouseDown, args);
-        twin.form.raise("Graph", FormEvent::Click, args);
+    for (const QString& step : steps.split(';')) {
+        const QString verb = step.section(' ', 0, 0);
+        const QString arg = step.section(' ', 1);
+        const std::string name = arg.section('=', 0, 0).toStdString();
+        const QString value = arg.section('=', 1);
+        if (verb == QLatin1String("enter") || verb == QLatin1String("type")) {
+            const bool enter = verb == QLatin1String("enter");
+            typeInto(w, name.c_str(), value);
+            if (enter) QTest::keyClick(w.widgetOf(name), Qt::Key_Return);
+            twin.act(enter ? ActionKind::Enter : ActionKind::Type, name, value.toStdString());
+            // The twin's typing leaves the entry at once; the window's stays in it.
+            if (!enter) twin.form.moveFocus(name);
+        } else if (verb == QLatin1String("focus")) {
+            w.widgetOf(name)->setFocus(Qt::TabFocusReason);
+            twin.form.moveFocus(name);
+        } else if (verb == QLatin1String("click")) {
+            QWidget* widget = w.widgetOf(name);
+            QVERIFY2(widget, name.c_str());
+            QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
+            twin.act(ActionKind::Click, name);
+        } else if (verb == QLatin1String("pick")) {
+            pickFromList(w, name.c_str(), value.toInt());
+            twin.act(ActionKind::Select, name, value.toStdString());
+        } else {
+            QVERIFY2(verb == QLatin1String("menu"), qPrintable(step));
+            w.actionOf(name)->trigger();
+            twin.form.raise(name, FormEvent::Click);
+        }
     }
 }
 
-} // namespace
-
-void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
-{
-    for (const QString& step : steps.split(';'))
-        applyStep(w, twin, step.section(' ', 0, 0), step.section(' ', 1));
-}
-
 namespace {
 
-void compare(QStringList& out, const Control& c, const char* field, const std::string& a,
-             const std::string& b)
+template <class T>
+void compare(QStringList& out, const Control& c, const char* field, const T& a, const T& b)
 {
-    if (a != b)
-        out << QStringLiteral("%1.%2: '%3' / '%4'")
-                   .arg(QString::fromStdString(c.name), QLatin1String(field),
-                        QString::fromStdString(a), QString::fromStdString(b));
+    if (a == b) return;
+    auto str = [](const T& v) {
+        if constexpr (std::is_arithmetic_v<T>)
+            return QString::number(v);
+        else
+            return QString::fromStdString(v);
+    };
+    out << QStringLiteral("%1.%2: '%3' / '%4'")
+               .arg(QString::fromStdString(c.name), QLatin1String(field), str(a), str(b));
 }
 
-void compare(QStringList& out, const Control& c, const char* field, long a, long b)
+/// The text a widget shows, in the model's terms.
+std::string shownText(const QWidget* w)
 {
-    compare(out, c, field, std::to_string(a), std::to_string(b));
+    if (auto* e = qobject_cast<const QLineEdit*>(w)) return e->text().toStdString();
+    if (auto* l = dynamic_cast<const TextLabel*>(w)) return l->text().toStdString();
+    if (auto* b = qobject_cast<const QAbstractButton*>(w)) return b->text().toStdString();
+    if (auto* g = qobject_cast<const QGroupBox*>(w)) return g->title().toStdString();
+    return {};
 }
 
 } // namespace
@@ -103,124 +102,89 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
             continue;
         }
         compare(out, *ca, "text", ca->text, cb->text);
-        compare(out, *ca, "visible", ca->visible, cb->visible);
-        compare(out, *ca, "enabled", ca->enabled, cb->enabled);
-        compare(out, *ca, "value", ca->value, cb->value);
-        compare(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
-        compare(out, *ca, "left", ca->left, cb->left);
-        compare(out, *ca, "top", ca->top, cb->top);
-        compare(out, *ca, "x1", ca->x1, cb->x1);
-        compare(out, *ca, "height", ca->height, cb->height);
+        compare<long>(out, *ca, "visible", ca->visible, cb->visible);
+        compare<long>(out, *ca, "enabled", ca->enabled, cb->enabled);
+        compare<long>(out, *ca, "value", ca->value, cb->value);
+        compare<long>(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
+        compare<long>(out, *ca, "left", ca->left, cb->left);
+        compare<long>(out, *ca, "top", ca->top, cb->top);
+        compare<long>(out, *ca, "x1", ca->x1, cb->x1);
+        compare<long>(out, *ca, "height", ca->height, cb->height);
     }
     return out;
 }
 
-namespace {
-
-/// The text a widget shows, in the model's terms.
-std::string shownText(const QWidget* w)
+QStringList widgetDifferences(MainWindow& w)
 {
-    if (auto* e = qobject_cast<const QLineEdit*>(w)) return e->text().toStdString();
-    if (auto* l = dynamic_cast<const TextLabel*>(w)) return l->text().toStdString();
-    if (auto* b = qobject_cast<const QAbstractButton*>(w)) return b->text().toStdString();
-    if (auto* g = qobject_cast<const QGroupBox*>(w)) return g->title().toStdString();
-    return {};
-}
-
-std::string modelText(const Control& c)
-{
-    if (c.kind == ControlKind::Picture || c.kind == ControlKind::ListBox) return {};
-    return screenText(c.text).toStdString();
-}
-
-} // namespace
-
-QStringList widgetDifferences(const MainWindow& mw)
-{
-    auto& w = const_cast<MainWindow&>(mw);
     QStringList out;
     for (const Control* c : w.form().all()) {
         const QWidget* widget = w.widgetOf(c->name);
         if (!widget) continue;
-        compare(out, *c, "shown text", modelText(*c),
-                c->kind == ControlKind::Picture || c->kind == ControlKind::ListBox
-                    ? std::string()
-                    : shownText(widget));
-        compare(out, *c, "shown visible", c->visible, !widget->isHidden());
+        const bool textless = c->kind == ControlKind::Picture || c->kind == ControlKind::ListBox;
+        compare(out, *c, "shown text", textless ? std::string() : screenText(c->text).toStdString(),
+                textless ? std::string() : shownText(widget));
+        compare<long>(out, *c, "shown visible", c->visible, !widget->isHidden());
         compare(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
-        compare(out, *c, "shown enabled", c->enabled, !widget->testAttribute(Qt::WA_ForceDisabled));
-        const QRect r = controlRect(*c);
-        compare(out, *c, "shown place", r.left() * 10000L + r.top(),
-                widget->geometry().left() * 10000L + widget->geometry().top());
+        compare<long>(out, *c, "shown enabled", c->enabled,
+                      !widget->testAttribute(Qt::WA_ForceDisabled));
+        const QPoint at = controlRect(*c).topLeft();
+        const QPoint shownAt = widget->geometry().topLeft();
+        compare<long>(out, *c, "shown place", at.x() * 10000L + at.y(),
+                      shownAt.x() * 10000L + shownAt.y());
         if (auto* list = qobject_cast<const QComboBox*>(widget))
-            compare(out, *c, "shown index", c->listIndex, list->currentIndex());
+            compare<long>(out, *c, "shown index", c->listIndex, list->currentIndex());
         if (auto* button = dynamic_cast<const ChoiceButton*>(widget))
-            compare(out, *c, "shown value", c->checked() || c->selected(), button->isOn());
+            compare<long>(out, *c, "shown value", c->checked() || c->selected(), button->isOn());
     }
     return out;
 }
 
-QStringList overlappingTexts(const MainWindow& mw)
+QStringList overlappingTexts(MainWindow& w)
 {
-    auto& w = const_cast<MainWindow&>(mw);
-    struct Shown
-    {
-        QString name;
-        QRectF rect;
-    };
-    std::vector<Shown> texts;
+    std::vector<std::pair<QString, QRectF>> texts;
     for (const Control* c : w.form().all()) {
         auto* label = dynamic_cast<const TextLabel*>(w.widgetOf(c->name));
         // The prompt's panel carries no text of its own.
         if (!label || !label->isVisibleTo(&w) || c == &w.form().Label43) continue;
         const QRectF r = label->shownTextRect();
         if (!r.isEmpty())
-            texts.push_back(
-                {QString::fromStdString(c->name), r.translated(label->mapTo(&w, QPoint(0, 0)))});
+            texts.emplace_back(QString::fromStdString(c->name),
+                               r.translated(label->mapTo(&w, QPoint(0, 0))));
     }
     QStringList out;
-    constexpr double kTolerance = 1;
     for (std::size_t a = 0; a < texts.size(); ++a)
         for (std::size_t b = a + 1; b < texts.size(); ++b) {
-            const QRectF both = texts[a].rect.intersected(texts[b].rect);
-            if (both.width() > kTolerance && both.height() > kTolerance)
-                out << texts[a].name + QStringLiteral(" / ") + texts[b].name;
+            const QRectF both = texts[a].second.intersected(texts[b].second);
+            if (both.width() > 1 && both.height() > 1)
+                out << texts[a].first + QStringLiteral(" / ") + texts[b].first;
         }
     return out;
 }
 
-// --- Message boxes -----------------------------------------------------------
-
 struct MessageCatcher::State
 {
     QTimer timer;
-    std::vector<CaughtMessage> messages;
+    QStringList messages;
 };
 
-MessageCatcher::MessageCatcher(int button) : state_(std::make_unique<State>())
+MessageCatcher::MessageCatcher() : state_(std::make_unique<State>())
 {
     State* s = state_.get();
-    QObject::connect(&s->timer, &QTimer::timeout, [s, button] {
+    QObject::connect(&s->timer, &QTimer::timeout, [s] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (!box) return;
-        s->messages.push_back({box->windowTitle(), box->text()});
-        QAbstractButton* press =
-            button ? box->button(static_cast<QMessageBox::StandardButton>(button)) : nullptr;
-        if (!press) press = box->defaultButton() ? box->defaultButton() : box->buttons().value(0);
-        press->click();
+        s->messages << box->windowTitle() + QStringLiteral(": ") + box->text();
+        (box->defaultButton() ? box->defaultButton() : box->buttons().value(0))->click();
     });
-    constexpr int kPollMs = 10;
-    s->timer.start(kPollMs);
+    s->timer.start(10);
 }
 
 MessageCatcher::~MessageCatcher() = default;
 
-const std::vector<CaughtMessage>& MessageCatcher::messages() const
+QStringList MessageCatcher::messages() const
 {
     return state_->messages;
 }
-
-// --- A person's actions --------------------------------------------------------
 
 void typeInto(MainWindow& w, const char* control, const QString& text)
 {
@@ -229,24 +193,6 @@ void typeInto(MainWindow& w, const char* control, const QString& text)
     entry->setFocus(Qt::TabFocusReason);
     entry->selectAll();
     QTest::keyClicks(entry, text);
-}
-
-void pressEnter(MainWindow& w, const char* control)
-{
-    QTest::keyClick(w.widgetOf(control), Qt::Key_Return);
-}
-
-void clickOn(MainWindow& w, const char* control)
-{
-    QWidget* widget = w.widgetOf(control);
-    QVERIFY2(widget, control);
-    QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
-}
-
-void doubleClickOn(QWidget* widget, QPoint at)
-{
-    QWidget* top = widget->window();
-    QTest::mouseDClick(top->windowHandle(), Qt::LeftButton, {}, widget->mapTo(top, at));
 }
 
 void pickFromList(MainWindow& w, const char* control, int index)
