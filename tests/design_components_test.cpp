@@ -7,7 +7,6 @@
 #include "design/section_plan.h"
 #include "numbers/eng_text.h"
 #include "numbers/float_store.h"
-#include "numbers/number_text.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "support/compare.h"
@@ -132,108 +131,11 @@ TEST_P(SectionGain, IsShownAsBuilt)
 
 INSTANTIATE_TEST_SUITE_P(Circuits, SectionGain,
                          ::testing::Values(
-                             // Sallen-Key at unity gain is a follower; below 1 is raised to 1.
-                             GainCase{1, kExact, 1, "1", 1}, GainCase{1, kExact, 0.5f, "1", 1},
-                             GainCase{1, kExact, 2, "2.0", 2},
+                             // Sallen-Key below 1 is raised to a follower, shown without decimals.
+                             GainCase{1, kExact, 0.5f, "1", 1},
                              GainCase{1, kE96, 3.3f, "3.32", 3.32f},
                              // Multiple-feedback: R2/R1, within the rounding of both.
-                             GainCase{0, kExact, 2, "2.0", 2},
-                             GainCase{0, kE96, 3, "3.024", 3.024283f}, // 13.7k / 4.53k
-                             GainCase{0, kE96, 1, "1.0", 1}));
-
-TEST(ComponentPass, EntryRowFollowsTheSectionNumber)
-{
-    // Five poles: j = 3 is the real stage, j = 2 row 0, j = 1 row 1.
-    Design d({{1000, 1.618}, {1000, 0.618}, {1000, 0}}, 0);
-    d.f.C1[1] = 10e-9f;
-    d.f.C1Changed[1] = -1;
-    d.f.DCgain[0].text = " 1.0";
-    for (int j = 3; j >= 1; --j)
-        d.synthesise(j);
-    EXPECT_EQ(d.f.C1Changed[1], 0);
-    EXPECT_EQ(d.f.C2Entry[1].text, qm::Engsuffix(d.f.C2[1], 3, "", '.'));
-    EXPECT_EQ(d.f.C2Entry[0].text, "");
-    EXPECT_FLOAT_EQ(d.f.C1[1], 10e-9f);
-    // The real stage's row keeps its fixed text; the pairs show their gain.
-    EXPECT_EQ(d.f.DCgain[0].text, " 1.0");
-    EXPECT_EQ(d.f.DCgain[1].text, "1.0");
-    EXPECT_EQ(d.f.DCgain[2].text, "1.0");
-}
-
-TEST(ComponentPass, FullyDifferentialKeepsTwiceTheShownC2)
-{
-    Design d({kButterworth2}, 0);
-    d.f.FDAcircuit.value = qm::kChecked;
-    d.f.C2[1] = 2 * 27e-9f; // 27 nF entered, doubled on the way in
-    d.f.C2Changed[0] = -1;
-    d.synthesise(1);
-    EXPECT_FLOAT_EQ(d.f.C2[1], 54e-9f);
-    EXPECT_EQ(d.f.C1Entry[0].text, qm::Engsuffix(d.f.C1[1], 3, "", '.'));
-    EXPECT_LE(d.f.C1[1], d.f.c1max[1]);
-    EXPECT_EQ(d.f.capdiv, 1);
-    EXPECT_LT(d.error(1), 1e-5);
-}
-
-struct OnePoleCase
-{
-    int circuitType;
-    bool highPass;
-};
-
-using OnePole = ::testing::TestWithParam<OnePoleCase>;
-
-TEST_P(OnePole, GivesR1AndC1Only)
-{
-    const auto [circuitType, highPass] = GetParam();
-    Design d({{1000, 0}}, circuitType, highPass);
-    d.f.DCgain[0].text = " 1.0";
-    d.f.RThree = 5;
-    d.synthesise(1);
-    qm::requiredGBP(d.f);
-    const qm::QuellmarkForm& f = d.f;
-    EXPECT_GT(f.ROne, 0);
-    EXPECT_GT(f.C1[1], 0);
-    EXPECT_EQ(f.RTwo, 0);
-    EXPECT_EQ(f.RThree, 0);
-    EXPECT_EQ(f.C2[1], 0);
-    EXPECT_FLOAT_EQ(f.b1[1], 0);
-    // No correction pass: b0 is the pole of the parts as synthesised.
-    EXPECT_NEAR_REL(f.b0[1], 1 / (d64(f.ROne) * d64(f.C1[1])), 1e-6);
-    EXPECT_EQ(f.DCgain[0].text, " 1.0");
-    EXPECT_FLOAT_EQ(f.stageGain[1], 1);
-    EXPECT_EQ(f.GBPreq[0].text, qm::Engsuffix(50000.0f, 3, "Hz", '.'));
-}
-
-INSTANTIATE_TEST_SUITE_P(Circuits, OnePole,
-                         ::testing::Values(OnePoleCase{0, false}, OnePoleCase{1, false},
-                                           OnePoleCase{0, true}, OnePoleCase{1, true}));
-
-// --- High-pass -------------------------------------------------------------
-
-TEST(HighPass, PrototypePartsLandOnTheSeriesOfTheirRealParts)
-{
-    Design d({{1000, 2}}, 0, true, kE96, kE6);
-    d.synthesise(1);
-    const qm::QuellmarkForm& f = d.f;
-    const double Fs = d64(f.FnDisplay[0]);
-    const double K = d64(f.fc) * d64(f.fc) * 2 * qm::Pi / Fs;
-    // A prototype resistor is a capacitor of E6; a prototype capacitor is a
-    // resistor of E96.
-    std::vector<double> e6{1, 1.5, 2.2, 3.3, 4.7, 6.8, 10};
-    for (float r : {f.ROne, f.RTwo, f.RThree}) {
-        const double c = 1 / (K * d64(r));
-        const double mantissa = c / std::pow(10.0, std::floor(std::log10(c) + 1e-9));
-        bool onSeries = false;
-        for (double v : e6)
-            onSeries = onSeries || std::fabs(mantissa / v - 1) < 1e-5;
-        EXPECT_TRUE(onSeries) << c;
-    }
-    for (float c : {f.C1[1], f.C2[1]}) {
-        const double r = 1 / (2 * qm::Pi * Fs * d64(c));
-        const double hundreds = r / std::pow(10.0, std::floor(std::log10(r) + 1e-9) - 2);
-        EXPECT_NEAR(hundreds, std::round(hundreds), 1e-3) << r;
-    }
-}
+                             GainCase{0, kE96, 3, "3.024", 3.024283f})); // 13.7k / 4.53k
 
 struct AdjustCase
 {
@@ -267,9 +169,7 @@ TEST_P(AdjustPass, PullsAHighPassSectionTowardsItsDesign)
 
 INSTANTIATE_TEST_SUITE_P(Circuits, AdjustPass,
                          ::testing::Values(AdjustCase{0, 0.7071, 1, kExact},
-                                           AdjustCase{0, 2.5, 1, kE96}, AdjustCase{0, 1, 3, kE96},
-                                           AdjustCase{1, 0.7071, 1, kExact},
-                                           AdjustCase{1, 1.3, 2, kE96}));
+                                           AdjustCase{0, 1, 3, kE96}, AdjustCase{1, 1.3, 2, kE96}));
 
 // --- Analysis ------------------------------------------------------------------
 
@@ -295,61 +195,10 @@ TEST_P(AnalysisRoundTrip, GivesBackTheDesignOfExactParts)
 }
 
 INSTANTIATE_TEST_SUITE_P(Circuits, AnalysisRoundTrip,
-                         ::testing::Values(RoundTrip{0, 0.5, 1}, RoundTrip{0, 0.7071, 4},
-                                           RoundTrip{0, 8, 1}, RoundTrip{1, 0.5, 1},
-                                           RoundTrip{1, 3, 1}, RoundTrip{1, 0.7071, 2.5f},
-                                           RoundTrip{1, 12, 1}));
-
-TEST(Analysis, RealStagesAndMissingPartsOfEachCircuit)
-{
-    Design d({kButterworth2}, 0);
-    qm::QuellmarkForm& f = d.f;
-    float b0 = 7, b1 = 7;
-    f.sectionGain = 3;
-    qm::MFBAnalyse(f, 1000, 2000, 3000, 0, 1e-9f, b0, b1); // no C1: untouched
-    EXPECT_EQ(b0, 7);
-    EXPECT_EQ(f.sectionGain, 3);
-    qm::MFBAnalyse(f, 1000, 2000, 0, 1e-6f, 1e-9f, b0, b1); // no R3: one pole
-    EXPECT_FLOAT_EQ(b0, 1000);
-    EXPECT_EQ(b1, 0);
-    EXPECT_FLOAT_EQ(f.sectionGain, 2);
-
-    float g = 0;
-    b0 = 7;
-    qm::SallenAnalyse(f, 1000, 0, 0, 0, 1e-6f, 0, g, b0, b1); // real stage
-    EXPECT_FLOAT_EQ(b0, 1000);
-    EXPECT_EQ(g, 1);
-    b0 = 7;
-    qm::SallenAnalyse(f, 1000, 2000, 1000, 3000, 1e-6f, 0, g, b0, b1); // no C2
-    EXPECT_EQ(b0, 7);
-    EXPECT_FLOAT_EQ(g, 4);
-}
+                         ::testing::Values(RoundTrip{0, 0.7071, 4}, RoundTrip{0, 8, 1},
+                                           RoundTrip{1, 0.5, 1}, RoundTrip{1, 12, 1}));
 
 // --- Sensitivity texts ----------------------------------------------------
-
-struct TrimCase
-{
-    const char* in;
-    char decSep;
-    const char* out;
-};
-
-using Trim = ::testing::TestWithParam<TrimCase>;
-
-TEST_P(Trim, DropsTheDecimalFromThreeDigitsOn)
-{
-    const TrimCase& c = GetParam();
-    std::string text = c.in;
-    qm::TrimSensitivityText(text, c.decSep);
-    EXPECT_EQ(text, c.out);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, Trim,
-    ::testing::Values(TrimCase{"  123.4", '.', "123"}, TrimCase{"100.0", '.', "100"},
-                      TrimCase{"99.9", '.', "99.9"}, TrimCase{"  -99.9", '.', "  -99.9"},
-                      TrimCase{"-100.0", '.', "-100"}, TrimCase{"  -250.7", '.', "-250"},
-                      TrimCase{"1234,5", ',', "1234"}, TrimCase{"  0.0", '.', "  0.0"}));
 
 struct SensCase
 {
@@ -380,9 +229,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, Sensitivity,
                          ::testing::Values(
                              // Fn up 1%: new minus old. Q up 1%: old minus new, so negative.
                              SensCase{102.01f, 10.1f, "  1.0; 0.0"},
-                             SensCase{100, 9.90099f, "  0.0; -1.0"},
                              // Fn doubled: a three-digit percentage loses its decimal and blanks.
-                             SensCase{400, 20, "100; 0.0"}, SensCase{100, 4, "  0.0; -150"},
+                             SensCase{100, 4, "  0.0; -150"},
                              // A real stage: the pole's change and no Q.
                              SensCase{99, 0, "-1.0; --       "}));
 
@@ -420,18 +268,10 @@ INSTANTIATE_TEST_SUITE_P(
         // Multiple-feedback: 100·gain·Q·Fn; the real stage 50·Fn; the row
         // past the last section of an even design is emptied.
         GbpCase{0, {{1000, 2}, {2000, 0}}, {" 1.0", "2.0"}, {50 * 2000.0f, 100 * 2 * 2 * 1000.0f}},
-        GbpCase{0, {{1000, 0.7071}}, {"1.0"}, {70710.0f, 0}},
         // Sallen-Key: Q to the third power.
         GbpCase{1,
                 {{1000, 2}, {500, 0.5}},
                 {"1", "2.0"},
-                {100 * 1 * 0.125f * 500, 100 * 2 * 8 * 1000.0f, 0}},
-        // A row without a gain yet repeats the last value worked out.
-        GbpCase{0, {{1000, 2}, {500, 0.5}}, {"1.0", ""}, {25000.0f, 777.0f, 0}},
-        // Ten poles: five rows, and the Totals row past them is never read.
-        GbpCase{0,
-                {{1000, 5}, {1000, 4}, {1000, 3}, {1000, 2}, {1000, 1}},
-                {"1", "1", "1", "1", "1", "not a number"},
-                {100000.0f, 200000.0f, 300000.0f, 400000.0f, 500000.0f}}));
+                {100 * 1 * 0.125f * 500, 100 * 2 * 8 * 1000.0f, 0}}));
 
 } // namespace

@@ -1,7 +1,6 @@
 // The entries of the design screen as a designer meets them: type, leave the
 // entry (or press Enter, or click a frame), and read what the screen shows.
 #include "design/cycle.h"
-#include "screen/prompts.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "support/compare.h"
@@ -36,13 +35,6 @@ struct Screen
         f.moveFocus(entry);
         f.find(entry)->text = text;
         f.moveFocus("");
-    }
-    /// Types into an entry and presses Enter; the focus stays.
-    void typeEnter(const std::string& entry, const std::string& text)
-    {
-        f.moveFocus(entry);
-        f.find(entry)->text = text;
-        f.raise(entry, qm::FormEvent::KeyDown, {qm::kKeyEnter});
     }
     void chooseFamily(Family family) { f.setListIndex(f.TypeFilter, family); }
     const std::string& text(const std::string& name) { return f.find(name)->text; }
@@ -92,54 +84,33 @@ EntryCase customFnQ(const char* entry, const char* typed, const char* shown)
 constexpr const char* kMicro = "100 \xC2\xB5";
 
 INSTANTIATE_TEST_SUITE_P(PoleCount, TypedEntry,
-                         ::testing::Values(at("Text18", "2.7", "2"), at("Text18", "0", "2"),
-                                           at("Text18", "12", "10"), at("Text18", "", "3"),
+                         ::testing::Values(at("Text18", "2.7", "2"), at("Text18", "12", "10"),
                                            at("Text18", "-3", "3"), at("Text18", "0", "1", Bessel),
-                                           at("Text18", "1", "2", Chebychev),
-                                           at("Text18", "2", "3", Gaussian),
-                                           at("Text18", "2", "3", CustomQ)));
+                                           at("Text18", "1", "2", Chebychev)));
 
 INSTANTIATE_TEST_SUITE_P(Ripple, TypedEntry,
-                         ::testing::Values(at("Text19", "0", ".001", Chebychev),
-                                           at("Text19", "25", "10", Chebychev),
-                                           at("Text19", "0.0001", "0.001", Chebychev),
-                                           at("Text19", "-2", "1", Chebychev),
-                                           at("Text19", "0.5 dB", "0.5", Chebychev)));
+                         ::testing::Values(at("Text19", "25", "10", Chebychev),
+                                           at("Text19", "0.0001", "0.001", Chebychev)));
 
-INSTANTIATE_TEST_SUITE_P(
-    CutoffSeedResponse, TypedEntry,
-    ::testing::Values(at("Text34", "0", "1.00 k"), at("Text34", "abc", "1.00 k"),
-                      at("Text34", "300M", "200 M"), at("Text34", "-5k", "5.00 k"),
-                      at("Text34", "0.0001", "1.00 m"), at("Text12", "50", "100 "),
-                      at("Text12", "20M", "10.0 M"), at("Text12", "", "10.0 k"),
-                      at("RespF", "0", "10.0 k"), at("RespF", "-2k", "2.00 k"),
-                      at("RespF", "0.001", "10.0 m"), at("RespF", "2G", "1.00 G")));
+INSTANTIATE_TEST_SUITE_P(CutoffSeedResponse, TypedEntry,
+                         ::testing::Values(at("Text34", "300M", "200 M"),
+                                           at("Text34", "-5k", "5.00 k"),
+                                           at("Text12", "50", "100 "), at("RespF", "0", "10.0 k")));
 
 INSTANTIATE_TEST_SUITE_P(Capacitors, TypedEntry,
-                         ::testing::Values(at("C1Entry(0)", "4.7n", "4.70 n"),
-                                           at("C1Entry(0)", "0.5p", "1.00 p"),
-                                           at("C1Entry(0)", "2m", kMicro),
-                                           at("C2Entry(0)", "-10n", "10.0 n"),
+                         ::testing::Values(at("C1Entry(0)", "0.5p", "1.00 p"),
                                            at("C1RealEntry", "1", kMicro)));
 
-INSTANTIATE_TEST_SUITE_P(
-    Gains, TypedEntry,
-    ::testing::Values(at("GainTB(0)", "0.5", "0.5"), at("GainTB(0)", "0.05", "0.1"),
-                      at("GainTB(0)", "0", "1"), at("GainTB(0)", "2000", "1000"),
-                      at("GainTB(0)", "-2", ""), at("GainTB(0)", "3 V/V", "3"),
-                      sallenKey("GainTB(0)", "0.5", "1"), sallenKey("GainTB(0)", "2.5", "2.5")));
+INSTANTIATE_TEST_SUITE_P(Gains, TypedEntry,
+                         ::testing::Values(at("GainTB(0)", "0.05", "0.1"),
+                                           at("GainTB(0)", "2000", "1000"),
+                                           at("GainTB(0)", "-2", ""),
+                                           sallenKey("GainTB(0)", "0.5", "1")));
 
 INSTANTIATE_TEST_SUITE_P(CustomFnAndQ, TypedEntry,
-                         ::testing::Values(customFnQ("FnInput(0)", "1.5 kHz", "1.5000 kHz"),
-                                           customFnQ("FnInput(0)", "1500", "1.5000 kHz"),
-                                           customFnQ("FnInput(0)", "1500Hz", "1.5000 kHz"),
-                                           customFnQ("FnInput(0)", "5", "5.0000 Hz"),
-                                           customFnQ("FnInput(0)", "0", "1.0000 kHz"),
-                                           customFnQ("FnInput(0)", "", "1.0000 kHz"),
+                         ::testing::Values(customFnQ("FnInput(0)", "1500Hz", "1.5000 kHz"),
                                            customFnQ("FnInput(0)", "300M", "200.00 MHz"),
-                                           customFnQ("QInput(0)", "0.7071", "707.10 m"),
-                                           customFnQ("QInput(0)", "-2", "2.0000 "),
-                                           customFnQ("QInput(0)", "", "1.0000 k")));
+                                           customFnQ("QInput(0)", "0.7071", "707.10 m")));
 
 // --- Texts that can't be read ---
 
@@ -174,25 +145,10 @@ TEST_P(UnreadableEntry, EndsWithoutRecalculating)
 
 INSTANTIATE_TEST_SUITE_P(
     Entries, UnreadableEntry,
-    ::testing::Values(FailureCase{Chebychev, "Text19", "1...", "", true},
-                      FailureCase{Butterworth, "Text34", "12abc", "", true},
-                      FailureCase{Butterworth, "Text12", "12abc", "", true},
-                      FailureCase{Butterworth, "RespF", "12abc", "", true},
-                      FailureCase{Butterworth, "C1Entry(0)", "abc", "", true},
-                      FailureCase{Butterworth, "C2Entry(1)", "12abc", "", true},
-                      FailureCase{Butterworth, "GainTB(0)", ".", "", true},
+    ::testing::Values(FailureCase{Butterworth, "Text34", "12abc", "", true},
                       FailureCase{Butterworth, "C1RealEntry", "abc", "", false},
                       FailureCase{CustomFnQ, "FnInput(0)", "12abc", "1 k", true},
-                      FailureCase{CustomFnQ, "QInput(1)", "12abc", "12abc", true},
-                      FailureCase{CustomQ, "Qtotal", "12abc", "", true}));
-
-TEST(UnreadableEntry, CapacitorForgetsItsValue)
-{
-    Screen s;
-    s.type("C1Entry(0)", "4.7n");
-    s.type("C1Entry(0)", "abc");
-    EXPECT_EQ(s.f.C1Value[0], 0.0f);
-}
+                      FailureCase{CustomFnQ, "QInput(1)", "12abc", "12abc", true}));
 
 // --- Design-level behaviour ---
 
@@ -212,83 +168,6 @@ TEST(PoleCount, SameCountKeepsCapacitorsAndSkipsTheRecalculation)
     EXPECT_GT(s.recalculations(), before);
 }
 
-TEST(PoleCount, EnterCommitsStoresThePromptAndKeepsTheFocus)
-{
-    Screen s;
-    s.typeEnter("Text18", "5");
-    EXPECT_EQ(s.f.promptKey, 6);
-    EXPECT_EQ(s.f.n, 5);
-    EXPECT_EQ(s.f.focusedControl(), "Text18");
-    EXPECT_EQ(s.f.Prompt.text, qm::promptText(s.f, 6));
-}
-
-TEST(Ripple, IsInertOutsideChebychev)
-{
-    Screen s;
-    s.chooseFamily(Chebychev);
-    EXPECT_EQ(s.text("Text19"), "1");
-    s.type("Text19", "3");
-    EXPECT_NEAR_REL(s.f.ripple, 3.0, 1e-6);
-    s.chooseFamily(Bessel);
-    EXPECT_FALSE(s.f.Text19.enabled);
-    EXPECT_EQ(s.text("Text19"), "");
-    s.f.Text19.text = "25";
-    s.f.fire(s.f.Text19, qm::FormEvent::Validate);
-    EXPECT_EQ(s.text("Text19"), "25");
-}
-
-TEST(Seed, RecalculatesEvenWhileHeld)
-{
-    Screen s;
-    s.f.suppressUpdate = -1;
-    const int before = s.recalculations();
-    s.type("Text12", "22k");
-    EXPECT_EQ(s.f.suppressUpdate, 0);
-    EXPECT_EQ(s.recalculations(), before + 1);
-    EXPECT_NEAR_REL(s.f.R1Seed, 22000.0, 1e-6);
-}
-
-TEST(ResponseFrequency, EmptyTakesTenTimesTheCutoff)
-{
-    Screen s;
-    s.type("Text34", "2k");
-    s.type("RespF", "");
-    EXPECT_EQ(s.text("RespF"), "20.0 k");
-    EXPECT_NEAR_REL(s.f.respFreq, 20000.0, 1e-6);
-}
-
-struct CursorCase
-{
-    const char* startCaption;
-    const char* typed;
-    bool moves; ///< false: the line stays where it was
-    int x;
-};
-
-using ResponseCursor = ::testing::TestWithParam<CursorCase>;
-
-TEST_P(ResponseCursor, FollowsTheLogAxis)
-{
-    const CursorCase& c = GetParam();
-    Screen s;
-    s.f.Cursor.x1 = s.f.Cursor.x2 = 2355;
-    s.f.Gfreq[0].text = c.startCaption;
-    s.f.RespF.text = c.typed;
-    s.f.fire(s.f.RespF, qm::FormEvent::Validate);
-    const int expected = c.moves ? c.x : 2355;
-    EXPECT_EQ(s.f.Cursor.x1, expected);
-    EXPECT_EQ(s.f.Cursor.x2, expected);
-}
-
-// The chart is 3535 twips wide over three decades.
-INSTANTIATE_TEST_SUITE_P(Captions, ResponseCursor,
-                         ::testing::Values(CursorCase{"100 Hz", "1k", true, 1178},
-                                           CursorCase{"100 Hz", "100", true, 0},
-                                           CursorCase{"100 Hz", "100k", true, 3535},
-                                           CursorCase{"10.0 k", "1k", true, -1178},
-                                           CursorCase{"", "1k", false, 0},
-                                           CursorCase{"0", "1k", false, 0}));
-
 TEST(Passband, HighPassMirrorsTheResponseFrequencyAroundTheCutoff)
 {
     Screen s;
@@ -297,12 +176,9 @@ TEST(Passband, HighPassMirrorsTheResponseFrequencyAroundTheCutoff)
     s.f.selectOption(s.f.High);
     EXPECT_EQ(s.f.InvCalc.value, 1);
     EXPECT_EQ(s.text("RespF"), "100 ");
-    EXPECT_EQ(s.f.promptKey, 27);
-    EXPECT_EQ(s.f.Prompt.text, qm::promptText(s.f, 27));
     s.f.selectOption(s.f.LowPass);
     EXPECT_EQ(s.f.InvCalc.value, 0);
     EXPECT_EQ(s.text("RespF"), "10.0 k");
-    EXPECT_EQ(s.f.promptKey, 28);
     // The same passband again mirrors nothing.
     s.f.raise("LowPass", qm::FormEvent::Click);
     EXPECT_EQ(s.text("RespF"), "10.0 k");
@@ -343,36 +219,9 @@ TEST_P(FamilyReaction, SetsPromptNameAndEntries)
 
 INSTANTIATE_TEST_SUITE_P(
     AllFamilies, FamilyReaction,
-    ::testing::Values(
-        FamilyCase{Butterworth, 2, "Butterworth", false, true, true, false},
-        FamilyCase{Chebychev, 3, "Chebychev", true, true, true, false},
-        FamilyCase{LinPhase005, 24, "Linear Phase, 0.05 deg.", false, true, true, false},
-        FamilyCase{LinPhase05, 25, "Linear Phase, 0.5 deg.", false, true, true, false},
-        FamilyCase{Gaussian, 26, "Transitional Gaussian to 12-dB", false, true, true, false},
-        FamilyCase{CustomQ, 22, nullptr, false, false, true, true},
-        FamilyCase{CustomFnQ, 23, nullptr, false, false, false, false}));
-
-TEST(FamilyReaction, FocusOnTheListClearsCapacitorsOfAFormulaFamily)
-{
-    Screen s;
-    s.type("C1Entry(0)", "4.7n");
-    s.type("C1RealEntry", "22n");
-    s.f.moveFocus("TypeFilter");
-    EXPECT_EQ(s.text("C1Entry(0)"), "");
-    EXPECT_EQ(s.f.C1Value[0], 0.0f);
-    EXPECT_EQ(s.text("C1RealEntry"), "22.0 n");
-}
-
-TEST(FamilyReaction, CustomQKeepsCapacitorsAndResetsTheScale)
-{
-    Screen s;
-    s.type("C1Entry(0)", "4.7n");
-    s.f.QScale = 3.0f;
-    s.chooseFamily(CustomQ);
-    EXPECT_EQ(s.text("C1Entry(0)"), "4.70 n");
-    EXPECT_EQ(s.f.QScale, 1.0f);
-    EXPECT_EQ(s.f.filterType, Butterworth);
-}
+    ::testing::Values(FamilyCase{Chebychev, 3, "Chebychev", true, true, true, false},
+                      FamilyCase{CustomQ, 22, nullptr, false, false, true, true},
+                      FamilyCase{CustomFnQ, 23, nullptr, false, false, false, false}));
 
 TEST(Circuit, FullyDifferentialEmptiesC2EntriesButKeepsTheirValues)
 {
@@ -390,100 +239,17 @@ TEST(Circuit, FullyDifferentialEmptiesC2EntriesButKeepsTheirValues)
     EXPECT_EQ(s.f.promptKey, 17);
 }
 
-TEST(Circuit, SallenKeyDisablesFullyDifferentialUntilMFB)
-{
-    Screen s;
-    s.type("C1Entry(0)", "4.7n");
-    s.f.selectOption(s.f.SallenKey);
-    EXPECT_FALSE(s.f.FDAcircuit.enabled);
-    EXPECT_EQ(s.f.promptKey, 304);
-    EXPECT_EQ(s.f.circuitType, 1);
-    EXPECT_EQ(s.text("C1Entry(0)"), "");
-    s.f.selectOption(s.f.MFBtype);
-    EXPECT_TRUE(s.f.FDAcircuit.enabled);
-    EXPECT_EQ(s.f.promptKey, 303);
-    EXPECT_EQ(s.f.circuitType, 0);
-}
-
-TEST(Circuit, SallenKeyRaisesGainsBelowOne)
-{
-    Screen s;
-    s.type("Text18", "4");
-    s.type("GainTB(0)", "0.5");
-    s.type("GainTB(1)", "0.2");
-    EXPECT_EQ(s.text("GainTB(1)"), "0.2");
-    s.f.selectOption(s.f.SallenKey);
-    EXPECT_EQ(s.text("GainTB(0)"), "1");
-    EXPECT_EQ(s.text("GainTB(1)"), "1");
-    EXPECT_EQ(s.f.entryIndex, s.f.sectionRows);
-}
-
-struct ListCase
-{
-    const char* list;
-    int index;
-    int promptKey;
-};
-
-using SeriesList = ::testing::TestWithParam<ListCase>;
-
-TEST_P(SeriesList, RecalculatesThenShowsItsPromptDirectly)
-{
-    const ListCase& c = GetParam();
-    Screen s;
-    const int keyBefore = s.f.promptKey;
-    const int before = s.recalculations();
-    s.f.setListIndex(*s.f.find(c.list), c.index);
-    EXPECT_EQ(s.recalculations(), before + 1);
-    EXPECT_EQ(s.f.Prompt.text, qm::promptText(s.f, c.promptKey));
-    EXPECT_EQ(s.f.promptKey, keyBefore);
-}
-
-INSTANTIATE_TEST_SUITE_P(Lists, SeriesList,
-                         ::testing::Values(ListCase{"ResistorList", 2, 12},
-                                           ListCase{"CapacitorList", 2, 13}));
-
 // --- Pending entry and clicks ---
 
 TEST(PendingEntry, AFrameClickCommitsWhatWasTyped)
 {
-    for (const char* frame : {"Frame1", "Frame2", "Frame3", "Frame5", "Frame6", "Label17"}) {
+    for (const char* frame : {"Frame1", "Label17"}) {
         Screen s;
         s.f.moveFocus("Text34");
         s.f.Text34.text = "2k";
         s.f.raise(frame, qm::FormEvent::Click);
         EXPECT_EQ(s.text("Text34"), "2.00 k") << frame;
         EXPECT_NEAR_REL(s.f.fc, 2000.0, 1e-6);
-    }
-}
-
-TEST(PendingEntry, NamesOfSectionEntriesCarryTheirRow)
-{
-    Screen s;
-    s.f.moveFocus("C2Entry(1)");
-    EXPECT_EQ(s.f.pendingEntry, "C2Entry(1)");
-    s.f.C2Entry[1].text = "4.7n";
-    s.f.raise("Frame6", qm::FormEvent::Click);
-    EXPECT_EQ(s.text("C2Entry(1)"), "4.70 n");
-    s.f.moveFocus("GainTB(0)");
-    EXPECT_EQ(s.f.pendingEntry, "GainTB(0)");
-}
-
-TEST(EntryClick, ShowsThePromptWithoutStoringIt)
-{
-    struct Click
-    {
-        const char* entry;
-        int key;
-    };
-    for (const Click& c :
-         {Click{"Text19", 4}, Click{"Text18", 6}, Click{"Text34", 7}, Click{"RespF", 8},
-          Click{"Text12", 9}, Click{"C1Entry(2)", 102}, Click{"C2Entry(0)", 105},
-          Click{"C1RealEntry", 110}, Click{"GainTB(3)", 403}}) {
-        Screen s;
-        s.f.raise(c.entry, qm::FormEvent::Click);
-        EXPECT_EQ(s.f.Prompt.text, qm::promptText(s.f, c.key)) << c.entry;
-        EXPECT_EQ(s.f.promptKey, 2) << c.entry;
     }
 }
 
@@ -499,15 +265,6 @@ TEST(Capacitor, EnteringOneOfThePairDropsTheOther)
     EXPECT_EQ(s.f.C2Value[0], 0.0f);
     s.type("C2Entry(0)", "22n");
     EXPECT_EQ(s.f.C1Value[0], 0.0f);
-}
-
-TEST(Capacitor, TheSameValueAgainChangesNothing)
-{
-    Screen s;
-    s.type("C1Entry(0)", "4.7n");
-    s.f.C2Value[0] = 5e-9f;
-    s.type("C1Entry(0)", "4.70 n");
-    EXPECT_EQ(s.f.C2Value[0], 5e-9f);
 }
 
 struct GainClearCase
@@ -533,11 +290,11 @@ TEST_P(GainChange, DropsTheRowsCapacitorsUnlessBlankAndOneMeetTheSameGain)
     EXPECT_EQ(s.text("C1Entry(0)"), "10.0 n"); // another row is untouched
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, GainChange,
-    ::testing::Values(GainClearCase{"1", "", true}, GainClearCase{"", "1", true},
-                      GainClearCase{"2", "2", true}, GainClearCase{"2", "", false},
-                      GainClearCase{"2", "3", false}, GainClearCase{"", "1.5", false}));
+INSTANTIATE_TEST_SUITE_P(Rows, GainChange,
+                         ::testing::Values(GainClearCase{"1", "", true},
+                                           GainClearCase{"2", "2", true},
+                                           GainClearCase{"2", "", false},
+                                           GainClearCase{"", "1.5", false}));
 
 struct QtotalCase
 {
@@ -566,19 +323,7 @@ TEST_P(TotalQ, IsClampedAndSetsTheScale)
 
 INSTANTIATE_TEST_SUITE_P(Entries, TotalQ,
                          ::testing::Values(QtotalCase{"500", "200.00 ", 200},
-                                           QtotalCase{"1 k", "200.00 ", 200},
-                                           QtotalCase{"", "200.00 ", 200},
-                                           QtotalCase{"2", "2.0000 ", 2},
                                            QtotalCase{"-0.5", "500.00 m", 0.5},
                                            QtotalCase{"0.0001", "1.0000 m", 0.001}));
-
-TEST(TotalQ, ScalesTheProductOfTheSectionQs)
-{
-    Screen s;
-    s.type("Text18", "4");
-    s.chooseFamily(CustomQ);
-    s.type("Qtotal", "2");
-    EXPECT_NEAR_REL(s.f.QProduct, 2.0, 1e-3);
-}
 
 } // namespace
