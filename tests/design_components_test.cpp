@@ -173,31 +173,6 @@ INSTANTIATE_TEST_SUITE_P(Circuits, AdjustPass,
 
 // --- Analysis ------------------------------------------------------------------
 
-struct RoundTrip
-{
-    int circuitType;
-    double q;
-    float gain;
-};
-
-using AnalysisRoundTrip = ::testing::TestWithParam<RoundTrip>;
-
-TEST_P(AnalysisRoundTrip, GivesBackTheDesignOfExactParts)
-{
-    const RoundTrip& c = GetParam();
-    Design d({{2500, c.q}}, c.circuitType);
-    d.synthesise(1, c.gain);
-    qm::QuellmarkForm& f = d.f;
-    EXPECT_LT(d.error(1), 1e-5);
-    EXPECT_NEAR_REL(f.anaWn, 2 * qm::Pi * 2500, 1e-5);
-    EXPECT_NEAR_REL(f.anaQ, c.q, 1e-5);
-    EXPECT_NEAR_REL(f.stageGain[1], std::max(c.gain, 1.0f), 1e-5);
-}
-
-INSTANTIATE_TEST_SUITE_P(Circuits, AnalysisRoundTrip,
-                         ::testing::Values(RoundTrip{0, 0.7071, 4}, RoundTrip{0, 8, 1},
-                                           RoundTrip{1, 0.5, 1}, RoundTrip{1, 12, 1}));
-
 // --- Sensitivity texts ----------------------------------------------------
 
 struct SensCase

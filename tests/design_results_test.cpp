@@ -11,7 +11,6 @@
 #include "screen/recording_platform.h"
 #include "support/compare.h"
 
-#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <string>
@@ -97,38 +96,6 @@ struct Bench
 constexpr double kTwoPi = 2 * qm::Pi;
 
 // --- Row letters and the response row ---------------------------------------
-
-TEST(ResultRows, LettersFollowRealStageAndSchematics)
-{
-    struct Case
-    {
-        int poles;
-        const char* schematicShown; // rows 0 to 4, '1' shown
-        const char* letters;
-        const char* rowShown;
-    };
-    const Case cases[] = {
-        {5, "11000", "Real |A |B |C |D ", "11100"},
-        {4, "11000", "A |B |C |D |E ", "11000"},
-    };
-    for (const Case& c : cases) {
-        Bench b(c.poles, kMfb);
-        for (std::size_t i = 0; i < 5; ++i)
-            b.f.SecLabel[i].visible = c.schematicShown[i] == '1';
-        b.f.b0[1] = 6283.185f;
-        b.f.b1[1] = c.poles % 2 == 1 && b.f.sectionRows == 1 ? 0.0f : 8885.8f;
-        b.f.stageGain[1] = 1.0f;
-        b.f.respFreq = 1000.0f;
-        qm::responseRow(b.f, 1);
-        const std::array<qm::Control*, 5> rows{&b.f.Label2, &b.f.Label3, &b.f.Label4, &b.f.Label5,
-                                               &b.f.Label6};
-        const std::vector<std::string> letters = fields(c.letters);
-        for (std::size_t i = 0; i < 5; ++i) {
-            EXPECT_EQ(rows[i]->text, letters[i]) << "n = " << c.poles << ", row " << i;
-            EXPECT_EQ(rows[i]->visible, c.rowShown[i] == '1') << "n = " << c.poles << ", row " << i;
-        }
-    }
-}
 
 struct ResponseCase
 {

@@ -186,43 +186,6 @@ TEST(Passband, HighPassMirrorsTheResponseFrequencyAroundTheCutoff)
 
 // --- Family, circuit and lists ---
 
-struct FamilyCase
-{
-    int index;
-    int promptKey;
-    const char* name; ///< nullptr: the name of the family before stays
-    bool rippleOpen;
-    bool polesOpen;
-    bool cutoffOpen;
-    bool qtotalRaised;
-};
-
-using FamilyReaction = ::testing::TestWithParam<FamilyCase>;
-
-TEST_P(FamilyReaction, SetsPromptNameAndEntries)
-{
-    const FamilyCase& c = GetParam();
-    Screen s;
-    s.chooseFamily(Bessel);
-    s.f.Text19.text = "2";
-    s.chooseFamily(static_cast<Family>(c.index));
-    EXPECT_EQ(s.f.promptKey, c.promptKey);
-    EXPECT_EQ(s.f.filterTypeName, c.name ? c.name : "Bessel");
-    EXPECT_EQ(s.f.Text19.enabled, c.rippleOpen);
-    EXPECT_EQ(s.f.Text18.enabled, c.polesOpen);
-    EXPECT_EQ(s.f.Text34.enabled, c.cutoffOpen);
-    EXPECT_EQ(s.f.Qtotal.raised, c.qtotalRaised);
-    // Custom Q leaves the ripple text alone; the others keep it only open.
-    const bool rippleKept = c.index == CustomQ || c.rippleOpen;
-    EXPECT_EQ(s.text("Text19"), rippleKept ? "2" : "");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    AllFamilies, FamilyReaction,
-    ::testing::Values(FamilyCase{Chebychev, 3, "Chebychev", true, true, true, false},
-                      FamilyCase{CustomQ, 22, nullptr, false, false, true, true},
-                      FamilyCase{CustomFnQ, 23, nullptr, false, false, false, false}));
-
 TEST(Circuit, FullyDifferentialEmptiesC2EntriesButKeepsTheirValues)
 {
     Screen s;

@@ -229,25 +229,6 @@ TEST(RealStage, FromTheSeedOrFromTheEntry)
     }
 }
 
-TEST(SallenKey, GainBelowOneIsRaisedAndTheGainPairStaysResistorsInHighPass)
-{
-    Synthesis s;
-    SectionParts p{.ROne = 10000};
-    float g = 0.5f, b0 = kB0;
-    qm::Sallen(b0, kB1, g, p, s.ctx);
-    EXPECT_EQ(g, 1);
-    EXPECT_EQ(p.RFour, 0);
-
-    Synthesis hp;
-    hp.rounding.ctx.resistorSeries = 12;
-    hp.rounding.ctx.highPass = true;
-    SectionParts q{.ROne = 11900};
-    g = 3;
-    qm::Sallen(b0, kB1, g, q, hp.ctx);
-    EXPECT_FLOAT_EQ(q.RThree, 12000);
-    EXPECT_FLOAT_EQ(q.RFour, 22000); // 24k goes to 22k in E12
-}
-
 TEST(SallenKey, HighQAtUnityGainStillFindsAPositiveC1)
 {
     // Q of 10: the C1 limit with a margin of 1% of C2 would be negative.
