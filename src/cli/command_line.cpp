@@ -152,6 +152,14 @@ const std::map<std::string, Handler>& valueOptions()
              cl.decimalSeparator = v[0];
          }},
         {"--show", [](CommandLine& cl, const std::string& v) { cl.only.push_back(v); }},
+        {"--answer-file",
+         [](CommandLine& cl, const std::string& v) { cl.fileAnswers.push_back(v); }},
+        {"--answer",
+         [](CommandLine& cl, const std::string& v) {
+             const std::string a = lower(v);
+             if (a != "yes" && a != "no") throw UsageError("--answer takes yes or no");
+             cl.answers.push_back(a == "yes" ? MessageAnswer::Yes : MessageAnswer::No);
+         }},
     };
     return kOptions;
 }
@@ -221,6 +229,10 @@ Design settings (each is one of the actions above):
   --c1-real FARADS     fixed capacitor of the real stage
   --resistors SERIES   Exact, E12, E24, E48, E96 or E192
   --capacitors SERIES  E6, E12 or E24
+
+Answers to what the actions ask, taken in the order asked:
+  --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
+  --answer yes|no      the next Yes/No question; an unanswered one is No
 
 Output:
   --json               every control as JSON, with the message boxes raised

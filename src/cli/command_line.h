@@ -1,5 +1,6 @@
 #pragma once
 // The options of quellmark-cli, turned into the actions a person would take.
+#include "screen/platform.h"
 #include "screen/user_actions.h"
 
 #include <stdexcept>
@@ -21,6 +22,9 @@ struct CommandLine
     bool help = false;
     char decimalSeparator = '\0';
     std::vector<std::string> only; ///< controls to print; empty prints all
+    /// Answers for the dialogs and questions the actions raise, in order.
+    std::vector<std::string> fileAnswers;
+    std::vector<MessageAnswer> answers;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -39,6 +39,8 @@ int main(int argc, char** argv)
         qm::RecordingPlatform platform;
         qm::PlatformServices services = platform.services();
         services.decimalSeparator = cl.decimalSeparator;
+        platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());
+        platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
         form.runGuarded([&] { qm::Form_Initialize(form); });
         for (const qm::UserAction& action : cl.actions)

@@ -38,6 +38,34 @@ class DrawingSurface
     virtual void line(float x1, float y1, float x2, float y2, Color color) = 0;
 };
 
+/// What one file dialog shows: the shared dialog keeps the last file name
+/// between uses, so the caller passes it in.
+struct FileDialogRequest
+{
+    std::string title;
+    std::string filter;     ///< "Caption (*.ext)|*.*", pairs separated by '|'
+    std::string defaultExt; ///< without the dot; empty for none
+    std::string fileName;   ///< the name the dialog opens with
+};
+
+enum class FileDialogKind { Open, Save };
+
+class FileDialogs
+{
+  public:
+    virtual ~FileDialogs() = default;
+    /// The chosen path, or an empty text when the dialog was cancelled.
+    virtual std::string showFileDialog(FileDialogKind kind, const FileDialogRequest& request) = 0;
+};
+
+/// Asks the file system whether a file is there (a folder is not a file).
+class FileTest
+{
+  public:
+    virtual ~FileTest() = default;
+    virtual bool fileExists(const std::string& path) = 0;
+};
+
 /// Everything the design screen asks of its platform. The pointers are
 /// borrowed and must outlive the form.
 struct PlatformServices
@@ -46,6 +74,8 @@ struct PlatformServices
     BusyPointer* busy = nullptr;
     DrawingSurface* graph = nullptr;      ///< the chart picture Graph
     DrawingSurface* background = nullptr; ///< the window's own background
+    FileDialogs* dialogs = nullptr;
+    FileTest* files = nullptr;
     /// The locale's decimal separator; '\0' takes it from the C++ locale.
     char decimalSeparator = '\0';
 };

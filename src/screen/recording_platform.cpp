@@ -1,5 +1,7 @@
 #include "screen/recording_platform.h"
 
+#include <filesystem>
+
 namespace qm {
 
 RecordingPlatform::RecordingPlatform()
@@ -13,7 +15,7 @@ MessageAnswer RecordingPlatform::showMessage(const std::string& text, const std:
 {
     messages.push_back({text, title, buttons, icon});
     if (buttons == MessageButtons::Ok) return MessageAnswer::Ok;
-    if (answers.empty()) return MessageAnswer::Yes;
+    if (answers.empty()) return MessageAnswer::No;
     MessageAnswer a = answers.front();
     answers.pop_front();
     return a;
@@ -25,9 +27,24 @@ void RecordingPlatform::setBusy(bool b)
     if (b) ++busyCount;
 }
 
+std::string RecordingPlatform::showFileDialog(FileDialogKind kind, const FileDialogRequest& request)
+{
+    dialogs.push_back({kind, request});
+    if (fileAnswers.empty()) return {};
+    std::string path = fileAnswers.front();
+    fileAnswers.pop_front();
+    return path;
+}
+
+bool RecordingPlatform::fileExists(const std::string& path)
+{
+    std::error_code ec;
+    return std::filesystem::is_regular_file(path, ec);
+}
+
 PlatformServices RecordingPlatform::services()
 {
-    return {this, this, &graph, &background};
+    return {this, this, &graph, &background, this, this};
 }
 
 } // namespace qm

@@ -40,7 +40,16 @@ class RecordingSurface : public DrawingSurface
     int clears = 0;
 };
 
-class RecordingPlatform : public MessageBoxes, public BusyPointer
+struct RecordedDialog
+{
+    FileDialogKind kind = FileDialogKind::Open;
+    FileDialogRequest request;
+};
+
+class RecordingPlatform : public MessageBoxes,
+                          public BusyPointer,
+                          public FileDialogs,
+                          public FileTest
 {
   public:
     RecordingPlatform();
@@ -48,13 +57,20 @@ class RecordingPlatform : public MessageBoxes, public BusyPointer
     MessageAnswer showMessage(const std::string& text, const std::string& title,
                               MessageButtons buttons, MessageIcon icon) override;
     void setBusy(bool busy) override;
+    /// Answers with the next scripted path; cancels when the script is dry.
+    std::string showFileDialog(FileDialogKind kind, const FileDialogRequest& request) override;
+    /// Asks the real file system.
+    bool fileExists(const std::string& path) override;
 
     /// The services to hand to a form.
     PlatformServices services();
 
     std::vector<RecordedMessage> messages;
-    /// Answers for Yes/No questions, taken in order; Yes when it runs dry.
+    /// Answers for Yes/No questions, taken in order; No when it runs dry.
     std::deque<MessageAnswer> answers;
+    std::vector<RecordedDialog> dialogs;
+    /// Paths the file dialogs return, taken in order; an empty one cancels.
+    std::deque<std::string> fileAnswers;
     bool busy = false;
     int busyCount = 0;
     RecordingSurface graph;

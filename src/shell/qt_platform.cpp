@@ -1,5 +1,7 @@
 #include "shell/qt_platform.h"
 
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 
@@ -77,6 +79,46 @@ QtPlatform::~QtPlatform()
     setBusy(false);
 }
 
+QString dialogFilter(const std::string& filter)
+{
+    const QStringList parts = QString::fromStdString(filter).split(QLatin1Char('|'));
+    QStringList entries;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString caption = parts[i];
+        // The caption names the files; the pattern after it is what the
+        // dialog really shows, so the entry carries the pattern.
+        const qsizetype paren = caption.indexOf(QLatin1Char('('));
+        if (paren >= 0) caption = caption.left(paren).trimmed();
+        entries << caption + QStringLiteral(" (") + parts[i + 1] + QLatin1Char(')');
+    }
+    return entries.join(QStringLiteral(";;"));
+}
+
+std::string QtPlatform::showFileDialog(FileDialogKind kind, const FileDialogRequest& request)
+{
+    QFileDialog dialog(parent_, QString::fromStdString(request.title),
+                       QString::fromStdString(request.fileName), dialogFilter(request.filter));
+    const bool save = kind == FileDialogKind::Save;
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The design screen asks its own overwrite question.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    if (!request.defaultExt.empty())
+        dialog.setDefaultSuffix(QString::fromStdString(request.defaultExt));
+    const bool wasBusy = busy_;
+    if (wasBusy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (wasBusy) QGuiApplication::restoreOverrideCursor();
+    if (!accepted || dialog.selectedFiles().isEmpty()) return {};
+    return dialog.selectedFiles().constFirst().toStdString();
+}
+
+bool QtPlatform::fileExists(const std::string& path)
+{
+    const QFileInfo info(QString::fromStdString(path));
+    return info.exists() && info.isFile();
+}
+
 PlatformServices QtPlatform::services()
 {
     PlatformServices s;
@@ -84,6 +126,8 @@ PlatformServices QtPlatform::services()
     s.busy = this;
     s.graph = &graph;
     s.background = &background;
+    s.dialogs = this;
+    s.files = this;
     return s;
 }
 

@@ -35,7 +35,7 @@ class LineSurface : public DrawingSurface
     unsigned revision_ = 0;
 };
 
-class QtPlatform : public MessageBoxes, public BusyPointer
+class QtPlatform : public MessageBoxes, public BusyPointer, public FileDialogs, public FileTest
 {
   public:
     QtPlatform() = default;
@@ -48,6 +48,8 @@ class QtPlatform : public MessageBoxes, public BusyPointer
     /// The pointer is a state, as the design screen sets it: the last call
     /// decides, however many came before.
     void setBusy(bool busy) override;
+    std::string showFileDialog(FileDialogKind kind, const FileDialogRequest& request) override;
+    bool fileExists(const std::string& path) override;
 
     /// The window that owns the message boxes.
     void setParentWidget(QWidget* parent) { parent_ = parent; }
@@ -61,6 +63,9 @@ class QtPlatform : public MessageBoxes, public BusyPointer
     QPointer<QWidget> parent_;
     bool busy_ = false;
 };
+
+/// A dialog filter from the design screen's "Caption|*.ext|Caption|*.ext".
+QString dialogFilter(const std::string& filter);
 
 /// Screen text from the design screen's text: CR LF ends a line.
 QString screenText(const std::string& text);
