@@ -88,6 +88,15 @@ const std::map<std::string, Handler>& valueOptions()
          [](CommandLine& cl, const std::string& v) {
              addAction(cl, {ActionKind::Click, v, ""});
          }},
+        {"--dblclick",
+         [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::DblClick, v, ""});
+         }},
+        {"--mouse",
+         [](CommandLine& cl, const std::string& v) {
+             auto [n, t] = splitAssignment("--mouse", v);
+             addAction(cl, {ActionKind::Mouse, n, t});
+         }},
         {"--family", [](CommandLine& cl, const std::string& v) { addAction(cl, familyAction(v)); }},
         {"--poles",
          [](CommandLine& cl, const std::string& v) {
@@ -211,6 +220,8 @@ Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --enter NAME=TEXT    the same, but press Enter instead of leaving
   --select NAME=ITEM   choose an item of a list, by index or by its text
   --click NAME         click an option button, check box, menu entry, frame...
+  --dblclick NAME      double-click: press and click first, then the double click
+  --mouse NAME=X,Y     press the mouse on the control at X, Y twips, then click
 
 Design settings (each is one of the actions above):
   --family NAME        butterworth, bessel, chebychev, linear-phase-0.05,

@@ -72,6 +72,30 @@ void clickOn(QuellmarkForm& form, Control& c)
     }
 }
 
+EventArgs pointAt(const Control& c, const std::string& text)
+{
+    const auto comma = text.find(',');
+    char* endX = nullptr;
+    char* endY = nullptr;
+    EventArgs args;
+    if (comma != std::string::npos) {
+        const std::string xs = text.substr(0, comma);
+        const std::string ys = text.substr(comma + 1);
+        args.x = std::strtof(xs.c_str(), &endX);
+        args.y = std::strtof(ys.c_str(), &endY);
+        if (!xs.empty() && !ys.empty() && *endX == '\0' && *endY == '\0') return args;
+    }
+    throw ActionError("a mouse position on " + c.name + " is X,Y in twips, not '" + text + "'");
+}
+
+/// A press at a place, then the click that its release makes.
+void mouseOn(QuellmarkForm& form, Control& c, const EventArgs& at)
+{
+    if (c.kind == ControlKind::TextBox || c.kind == ControlKind::ListBox) form.moveFocus(c.name);
+    form.raise(c.name, FormEvent::MouseDown, at);
+    form.raise(c.name, FormEvent::Click, at);
+}
+
 } // namespace
 
 void applyAction(QuellmarkForm& form, const UserAction& action)
@@ -95,6 +119,13 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
     }
     case ActionKind::Click:
         clickOn(form, c);
+        break;
+    case ActionKind::Mouse:
+        mouseOn(form, c, pointAt(c, action.text));
+        break;
+    case ActionKind::DblClick:
+        mouseOn(form, c, {});
+        form.raise(c.name, FormEvent::DblClick);
         break;
     case ActionKind::Check:
     case ActionKind::Uncheck: {

@@ -15,7 +15,9 @@ class ActionError : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-enum class ActionKind { Type, Enter, Select, Click, Check, Uncheck };
+/// Mouse is a press at `text` = "X,Y" twips followed by its click; DblClick is
+/// the whole double click: press and click first, as the toolkit sends them.
+enum class ActionKind { Type, Enter, Select, Click, Check, Uncheck, Mouse, DblClick };
 
 struct UserAction
 {
