@@ -71,7 +71,18 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
         first = false;
         appendControl(out, *c);
     }
-    out += "\n}, \"messages\": [";
+    for (const Control* c : form.windowControls()) {
+        out += ",\n  ";
+        appendControl(out, *c);
+    }
+    out +=
+        "\n}, \"windows\": [\n  {\"name\": \"QuellmarkForm\", \"visible\": true, \"caption\": \"" +
+        jsonEscape(form.Form.text) + "\"}";
+    for (const Control* w : form.windows())
+        out += ",\n  {\"name\": \"" + jsonEscape(w->name) +
+               "\", \"visible\": " + boolText(w->visible) + ", \"caption\": \"" +
+               jsonEscape(w->text) + "\"}";
+    out += "\n], \"messages\": [";
     first = true;
     for (const RecordedMessage& m : platform.messages) {
         out += first ? "\n  " : ",\n  ";

@@ -40,6 +40,7 @@ enum class ControlKind {
     Shape,
     Menu,
     Button,
+    Window,
 };
 
 /// Values of option buttons and menu ticks, and of check boxes.
@@ -68,6 +69,7 @@ struct Control
     std::vector<std::string> items;
     std::string toolTip;
     std::string container; ///< name of the frame it stands in, empty for the window
+    std::string window;    ///< the window beside the design screen it belongs to, or empty
     bool raised = false;   ///< a 3-D entry border, as opposed to flat
     bool readOnly = false;
     bool multiLine = false;

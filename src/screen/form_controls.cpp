@@ -206,6 +206,30 @@ Control& FormControls::addCaption(std::string_view name, std::string_view text,
     return c;
 }
 
+Control& FormControls::addWindow(std::string_view window, std::string_view caption)
+{
+    Control& w = otherWindows_.emplace_back();
+    w.name = w.base = w.window = std::string(window);
+    w.kind = ControlKind::Window;
+    w.text = std::string(caption);
+    w.visible = false;
+    windows_.push_back(&w);
+    byName_.emplace(w.name, &w);
+    return w;
+}
+
+Control& FormControls::addWindowControl(std::string_view window, std::string_view name,
+                                        ControlKind kind)
+{
+    Control& c = otherWindows_.emplace_back();
+    c.name = c.base = std::string(window) + "." + std::string(name);
+    c.window = std::string(window);
+    c.kind = kind;
+    windowControls_.push_back(&c);
+    byName_.emplace(c.name, &c);
+    return c;
+}
+
 Control* FormControls::find(std::string_view name)
 {
     auto it = byName_.find(std::string(name));

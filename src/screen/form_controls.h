@@ -71,6 +71,17 @@ struct FormControls
     Control& addCaption(std::string_view name, std::string_view text, std::string_view container,
                         int left, int top, int width, int height);
 
+    /// A window beside the design screen, hidden at first: a control named
+    /// `window` whose text is the caption. Its controls are "window.Name".
+    Control& addWindow(std::string_view window, std::string_view caption);
+    /// A control of a window added by addWindow, reachable as "window.name".
+    Control& addWindowControl(std::string_view window, std::string_view name, ControlKind kind);
+    /// The windows beside the design screen, in the order they were added.
+    const std::vector<Control*>& windows() const { return windows_; }
+    /// The controls of those windows, in the order they were added; all()
+    /// holds the design screen's own.
+    const std::vector<Control*>& windowControls() const { return windowControls_; }
+
     /// The control of that name, or nullptr.
     Control* find(std::string_view name);
     const Control* find(std::string_view name) const;
@@ -85,6 +96,9 @@ struct FormControls
     void registerMenus();
 
     std::deque<Control> captions_;
+    std::deque<Control> otherWindows_;
+    std::vector<Control*> windows_;
+    std::vector<Control*> windowControls_;
     std::vector<Control*> registry_;
     std::unordered_map<std::string, Control*> byName_;
 };

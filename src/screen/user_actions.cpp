@@ -101,6 +101,9 @@ void mouseOn(QuellmarkForm& form, Control& c, const EventArgs& at)
 void applyAction(QuellmarkForm& form, const UserAction& action)
 {
     Control& c = controlNamed(form, action.control);
+    const Control* window = c.window.empty() ? nullptr : form.find(c.window);
+    if (window && window != &c && !window->visible)
+        throw ActionError(c.name + " is not available (its window " + c.window + " is not open)");
     if (!c.visible || !c.enabled)
         throw ActionError(c.name + " is not available (hidden or disabled)");
     switch (action.kind) {
