@@ -1,6 +1,7 @@
 #include "screen/pole_pair_entry.h"
 
 #include "design/cycle.h"
+#include "numbers/float_store.h"
 #include "numbers/pole_entry.h"
 #include "screen/quellmark_form.h"
 
@@ -12,6 +13,8 @@ namespace qm {
 namespace {
 
 constexpr const char* kCaption = "Quellmark Custom Pole Entry";
+constexpr const char* kNoDesign = "The design could not be recalculated with the new values; the "
+                                  "row keeps its previous Fn and Q";
 constexpr int kRows = 5;
 // The window's client area in twips.
 constexpr int kWindowWidth = 4920;
@@ -194,20 +197,33 @@ void calculate(QuellmarkForm& f)
     if (!realPole) poleEntryControl(f, "Label8").text = s.qText;
 }
 
-void Apply_Click(QuellmarkForm& f)
+bool Apply_Click(QuellmarkForm& f)
 {
     const int r = f.poleRow;
-    if (r < 0 || r >= kRows) return;
+    if (r < 0 || r >= kRows) return false;
+    const std::string fnBefore = f.FnInput[r].text;
+    const std::string qBefore = f.QInput[r].text;
     f.FnInput[r].text = poleEntryControl(f, "Label9").text;
     f.QInput[r].text = poleEntryControl(f, "Label8").text;
-    updatescreen(f);
+    try {
+        updatescreen(f);
+        return true;
+    } catch (const CalcFailure& e) {
+        // A section at the far ends of the limits may have no components
+        // (a lossless high-pass section overflows): the row goes back to the
+        // design it had, and the window stays for another entry.
+        f.FnInput[r].text = fnBefore;
+        f.QInput[r].text = qBefore;
+        updatescreen(f);
+        f.showMessage(std::string(kNoDesign) + " (" + e.what() + ").");
+        return false;
+    }
 }
 
 void Command1_Click(QuellmarkForm& f)
 {
     calculate(f);
-    Apply_Click(f);
-    window(f).visible = false;
+    if (Apply_Click(f)) window(f).visible = false;
 }
 
 void Command2_Click(QuellmarkForm& f)

@@ -32,8 +32,10 @@ void DataType_Change(QuellmarkForm& f);
 /// Turns the entry fields into the new Fn and Q.
 void calculate(QuellmarkForm& f);
 /// Writes the new Fn and Q into the row and recalculates; the window stays.
-void Apply_Click(QuellmarkForm& f);
-/// OK: calculates, applies and hides the window.
+/// When the recalculation fails on them, the row gets its texts back, the
+/// design is recalculated as it was, a message says so, and it returns false.
+bool Apply_Click(QuellmarkForm& f);
+/// OK: calculates, applies and hides the window (unless Apply was refused).
 void Command1_Click(QuellmarkForm& f);
 /// Cancel: hides the window; what Apply wrote stays.
 void Command2_Click(QuellmarkForm& f);
