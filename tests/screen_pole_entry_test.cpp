@@ -1,0 +1,339 @@
+// The custom pole entry window as a designer meets it: a double click on a
+// Custom Fn&Q row opens it, a format is chosen, fields are typed, and Apply,
+// OK or Cancel decide what reaches the design.
+#include "design/cycle.h"
+#include "numbers/eng_text.h"
+#include "screen/pole_pair_entry.h"
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+#include "screen/user_actions.h"
+#include "support/compare.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace qm {
+namespace {
+
+constexpr int kCustomFnQ = 7;
+
+struct Screen
+{
+    RecordingPlatform p;
+    QuellmarkForm f{p.services()};
+
+    explicit Screen(int poles = 4, int family = 0, bool highPass = false, bool sallenKey = false)
+    {
+        Form_Initialize(f);
+        act(ActionKind::Type, "Text18", std::to_string(poles));
+        if (sallenKey) act(ActionKind::Click, "SallenKey");
+        if (highPass) act(ActionKind::Click, "High");
+        act(ActionKind::Select, "TypeFilter", std::to_string(family));
+        act(ActionKind::Select, "TypeFilter", std::to_string(kCustomFnQ));
+    }
+    void act(ActionKind kind, const std::string& control, const std::string& text = "")
+    {
+        applyAction(f, {kind, control, text});
+    }
+    void open(const std::string& rowEntry) { act(ActionKind::DblClick, rowEntry); }
+    void format(int index)
+    {
+        act(ActionKind::Select, "PolePairEntry.DataType", std::to_string(index));
+    }
+    void type(const std::string& field, const std::string& text)
+    {
+        act(ActionKind::Type, "PolePairEntry." + field, text);
+    }
+    void click(const std::string& button) { act(ActionKind::Click, "PolePairEntry." + button); }
+    Control& w(const std::string& name) { return poleEntryControl(f, name); }
+    const std::string& text(const std::string& name) { return f.find(name)->text; }
+    bool open() const { return f.find(kPolePairEntry)->visible; }
+};
+
+double valueOf(const std::string& text)
+{
+    std::string entry = text;
+    std::string number = EngEntry(entry, '.');
+    if (number.ends_with("Hz")) number.resize(number.size() - 2);
+    return std::stod(number);
+}
+
+TEST(PolePairEntry, OpensBesideTheScreenOnTheRowDoubleClicked)
+{
+    Screen s;
+    EXPECT_FALSE(s.open());
+    EXPECT_THROW(s.type("Text1", "1"), ActionError);
+    s.open("QInput(1)");
+    ASSERT_TRUE(s.open());
+    EXPECT_EQ(s.f.find(kPolePairEntry)->text, "Quellmark Custom Pole Entry");
+    EXPECT_EQ(s.f.poleRow, 1);
+    EXPECT_EQ(s.w("Label2").text, s.text("FnInput(1)"));
+    EXPECT_EQ(s.w("Label3").text, s.text("QInput(1)"));
+    // The first opening is in "Fn & Q", and shows the row's values unchanged.
+    EXPECT_EQ(s.w("DataType").listIndex, 2);
+    EXPECT_EQ(s.w("DataType").items,
+              (std::vector<std::string>{"Complex Terms", "Pole Locations", "Fn & Q"}));
+    EXPECT_EQ(s.w("Text1").text, s.text("FnInput(1)"));
+    EXPECT_EQ(s.w("Text2").text, s.text("QInput(1)"));
+    EXPECT_EQ(s.w("Label9").text, s.text("FnInput(1)"));
+    EXPECT_EQ(s.w("Label8").text, s.text("QInput(1)"));
+    // The window's controls stay out of the design screen's own list.
+    for (const Control* c : s.f.all())
+        EXPECT_NE(c->window, kPolePairEntry) << c->name;
+}
+
+struct FormatCase
+{
+    int format;
+    const char* name1;
+    const char* name2;
+    const char* text1;
+    const char* text2;
+};
+
+// Butterworth, 4 poles, 1 kHz: row 1 is 1 kHz with Q 1.3066.
+TEST(PolePairEntry, ShowsTheRowInEachFormat)
+{
+    const std::vector<FormatCase> cases{
+        {0, "-a", "±jß", "382.67 m", "923.88 m"},
+        {1, "b0", "b1", "1.0000 ", "765.35 m"},
+        {2, "Fn", "Q", "1.0000 kHz", "1.3066 "},
+    };
+    Screen s;
+    s.open("FnInput(1)");
+    for (const FormatCase& c : cases) {
+        s.format(c.format);
+        EXPECT_EQ(s.w("Label14").text, c.name1);
+        EXPECT_EQ(s.w("Label13").text, c.name2);
+        EXPECT_EQ(s.w("Text1").text, c.text1);
+        EXPECT_EQ(s.w("Text2").text, c.text2);
+        EXPECT_NEAR_REL(valueOf(s.w("Label9").text), 1000, 1e-4);
+        EXPECT_NEAR_REL(valueOf(s.w("Label8").text), 1.3066, 1e-4);
+    }
+}
+
+struct ApplyCase
+{
+    int format;
+    const char* text1;
+    const char* text2;
+    const char* fn;
+    const char* q;
+};
+
+TEST(PolePairEntry, AppliesTheEntryToTheRowAndTheDesignFollows)
+{
+    const std::vector<ApplyCase> cases{
+        {1, "4", "2", "2.0000 kHz", "1.0000 "},
+        {0, "1", "1", "1.4142 kHz", "707.11 m"},
+        {2, "500", "3", "500.00 Hz", "3.0000 "},
+    };
+    for (const ApplyCase& c : cases) {
+        Screen s;
+        s.open("FnInput(0)");
+        s.format(c.format);
+        s.type("Text1", c.text1);
+        s.type("Text2", c.text2);
+        s.click("Apply");
+        EXPECT_TRUE(s.open());
+        EXPECT_EQ(s.text("FnInput(0)"), c.fn);
+        EXPECT_EQ(s.text("QInput(0)"), c.q);
+        // The recalculated design shows the section it was given.
+        EXPECT_NEAR_REL(valueOf(s.text("FSFreq(0)")), valueOf(c.fn), 1e-4);
+        EXPECT_NEAR_REL(valueOf(s.text("Qdisp(0)")), valueOf(c.q), 1e-4);
+        EXPECT_TRUE(s.p.messages.empty());
+    }
+}
+
+TEST(PolePairEntry, RealPoleRowShowsOneField)
+{
+    Screen s(5);
+    s.open("FnInput(0)");
+    for (const char* hidden : {"Label3", "Text2", "Label8", "Label4", "Label13", "Label11"})
+        EXPECT_FALSE(s.w(hidden).visible) << hidden;
+    EXPECT_TRUE(s.w("Text1").visible);
+    EXPECT_THROW(s.type("Text2", "1"), ActionError);
+    s.format(1);
+    EXPECT_EQ(s.w("Text1").text, "1.0000 ");
+    s.type("Text1", "4");
+    EXPECT_EQ(s.w("Label9").text, "2.0000 kHz");
+    s.click("Apply");
+    EXPECT_EQ(s.text("FnInput(0)"), "2.0000 kHz");
+    EXPECT_FALSE(s.f.QInput[0].visible);
+    EXPECT_EQ(s.text("FSFreq(0)"), "2.0000 kHz");
+    // A pair row opened next shows its second value again.
+    s.open("QInput(1)");
+    EXPECT_TRUE(s.w("Text2").visible);
+    EXPECT_TRUE(s.w("Label8").visible);
+}
+
+// A button reached without leaving the field (by the keyboard) finds the
+// field's text not yet calculated.
+TEST(PolePairEntry, ApplyWritesTheLastCalculationAndOkCalculatesFirst)
+{
+    Screen s;
+    s.open("FnInput(0)");
+    s.format(1);
+    const std::string before = s.w("Label9").text;
+    s.f.moveFocus("PolePairEntry.Text1");
+    s.w("Text1").text = "4";
+    s.f.raise("PolePairEntry.Apply", FormEvent::Click);
+    EXPECT_EQ(s.text("FnInput(0)"), before);
+    EXPECT_TRUE(s.open());
+    s.f.raise("PolePairEntry.Command1", FormEvent::Click);
+    EXPECT_EQ(s.text("FnInput(0)"), "2.0000 kHz");
+    EXPECT_FALSE(s.open());
+}
+
+TEST(PolePairEntry, CancelHidesAndKeepsWhatApplyWrote)
+{
+    Screen s;
+    s.open("FnInput(1)");
+    s.type("Text1", "2k");
+    s.click("Apply");
+    s.type("Text1", "3k");
+    s.click("Command2");
+    EXPECT_FALSE(s.open());
+    EXPECT_EQ(s.text("FnInput(1)"), "2.0000 kHz");
+}
+
+TEST(PolePairEntry, ReopensInTheFormatLastUsedWithTheRowRefilled)
+{
+    Screen s;
+    s.open("FnInput(0)");
+    s.format(1);
+    s.click("Command2");
+    s.open("QInput(1)");
+    EXPECT_EQ(s.w("DataType").listIndex, 1);
+    EXPECT_EQ(s.w("Label14").text, "b0");
+    EXPECT_EQ(s.w("Label2").text, s.text("FnInput(1)"));
+    EXPECT_EQ(s.w("Text2").text, "765.35 m");
+}
+
+TEST(PolePairEntry, DoubleClickOnAnotherRowWhileOpenMakesItThePresentOne)
+{
+    Screen s;
+    s.open("FnInput(0)");
+    s.type("Text1", "2k");
+    s.open("FnInput(1)");
+    EXPECT_TRUE(s.open());
+    EXPECT_EQ(s.f.poleRow, 1);
+    EXPECT_EQ(s.w("Label3").text, "1.3066 ");
+    EXPECT_EQ(s.w("Text1").text, "1.0000 kHz");
+    s.click("Command1");
+    EXPECT_EQ(s.text("FnInput(0)"), "1.0000 kHz");
+}
+
+// Entries with no proper section: the row gets values the design can use.
+struct OpenCase
+{
+    const char* what;
+    int format;
+    const char* text1;
+    const char* text2;
+    const char* fn;
+    const char* q;
+};
+
+TEST(PolePairEntry, OpenCasesLeaveARowTheDesignCanUse)
+{
+    const std::vector<OpenCase> cases{
+        {"x = 0 in the complex form", 0, "0", "1", "1.0000 kHz", "200.00 M"},
+        {"y = 0 as b1", 1, "1", "0", "1.0000 kHz", "200.00 M"},
+        {"Q = 0", 2, "1k", "0", "1.0000 kHz", "1.0000 m"},
+        {"no number", 1, "b0?", "", "1.0000 mHz", "200.00 M"},
+    };
+    for (const OpenCase& c : cases) {
+        Screen s;
+        s.open("FnInput(1)");
+        s.format(c.format);
+        s.type("Text1", c.text1);
+        s.type("Text2", c.text2);
+        s.click("Command1");
+        EXPECT_EQ(s.text("FnInput(1)"), c.fn) << c.what;
+        EXPECT_EQ(s.text("QInput(1)"), c.q) << c.what;
+        EXPECT_TRUE(s.p.messages.empty()) << c.what;
+        for (const Control* row : {&s.f.FSFreq[1], &s.f.Qdisp[1], &s.f.R1[1], &s.f.C1L[1]}) {
+            EXPECT_EQ(row->text.find("nan"), std::string::npos) << c.what << row->text;
+            EXPECT_EQ(row->text.find("inf"), std::string::npos) << c.what << row->text;
+        }
+    }
+}
+
+// A Q below 0.5 is two real poles: the complex form gives them as -p1, -p2.
+TEST(PolePairEntry, LowQShowsTwoRealPolesAndTakesThemBack)
+{
+    Screen s;
+    s.act(ActionKind::Type, "QInput(1)", "0.4");
+    s.open("FnInput(1)");
+    s.format(0);
+    EXPECT_EQ(s.w("Label14").text, "-p1");
+    EXPECT_EQ(s.w("Label13").text, "-p2");
+    EXPECT_EQ(s.w("Text1").text, "500.00 m");
+    EXPECT_EQ(s.w("Text2").text, "2.0000 ");
+    EXPECT_EQ(s.w("Label8").text, "400.00 m");
+    s.type("Text1", "1");
+    s.type("Text2", "4");
+    s.click("Command1");
+    EXPECT_EQ(s.text("FnInput(1)"), "2.0000 kHz");
+    EXPECT_EQ(s.text("QInput(1)"), "400.00 m");
+}
+
+TEST(PolePairEntry, SectionWithoutComponentsLeavesTheRowAsItWas)
+{
+    Screen s(4, 0, true, true);
+    s.open("FnInput(1)");
+    s.format(1);
+    const std::string fn = s.text("FnInput(1)");
+    const std::string q = s.text("QInput(1)");
+    const std::string r1 = s.text("R1(1)");
+    s.type("Text2", "0");
+    s.click("Command1");
+    ASSERT_EQ(s.p.messages.size(), 1u);
+    EXPECT_EQ(s.p.messages[0].text.rfind("The design could not be recalculated with the new", 0),
+              0u);
+    EXPECT_TRUE(s.open());
+    EXPECT_EQ(s.text("FnInput(1)"), fn);
+    EXPECT_EQ(s.text("QInput(1)"), q);
+    EXPECT_EQ(s.text("R1(1)"), r1);
+}
+
+// Every row of every family carried into Custom Fn&Q, in each format: the new
+// values are the present ones within the digits shown, and applying them
+// keeps the design.
+TEST(PolePairEntry, RoundTripsEveryRowOfEveryFamily)
+{
+    for (int family = 0; family <= 5; ++family)
+        for (const int poles : {3, 10})
+            for (const bool highPass : {false, true}) {
+                Screen s(poles, family, highPass);
+                const int rows = poles / 2 + poles % 2;
+                for (int r = 0; r < rows; ++r)
+                    for (int format = 0; format <= 2; ++format) {
+                        const std::string row = "(" + std::to_string(r) + ")";
+                        const std::string where = "family " + std::to_string(family) + " n " +
+                                                  std::to_string(poles) + (highPass ? " HP" : "") +
+                                                  " row " + row + " format " +
+                                                  std::to_string(format);
+                        const double fn = valueOf(s.text("FSFreq" + row));
+                        const double q = s.f.QInput[r].visible ? valueOf(s.text("Qdisp" + row)) : 0;
+                        s.open("FnInput" + row);
+                        s.format(format);
+                        EXPECT_NEAR_REL(valueOf(s.w("Label9").text), fn, 1e-4) << where;
+                        if (q != 0) {
+                            EXPECT_NEAR_REL(valueOf(s.w("Label8").text), q, 1e-4) << where;
+                        }
+                        s.click("Apply");
+                        EXPECT_NEAR_REL(valueOf(s.text("FSFreq" + row)), fn, 2e-4) << where;
+                        if (q != 0) {
+                            EXPECT_NEAR_REL(valueOf(s.text("Qdisp" + row)), q, 2e-4) << where;
+                        }
+                    }
+                EXPECT_TRUE(s.p.messages.empty());
+            }
+}
+
+} // namespace
+} // namespace qm
