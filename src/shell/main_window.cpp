@@ -4,6 +4,7 @@
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
+#include "shell/side_window.h"
 #include "shell/twips.h"
 
 #include <QAction>
@@ -51,7 +52,17 @@ void MainWindow::start()
 QWidget* MainWindow::widgetOf(std::string_view control) const
 {
     auto it = byName_.find(std::string(control));
-    return it == byName_.end() ? nullptr : bindings_[it->second].widget;
+    if (it != byName_.end()) return bindings_[it->second].widget;
+    for (const SideWindow* side : sideWindows_)
+        if (QWidget* w = side->widgetOf(std::string(control))) return w;
+    return nullptr;
+}
+
+SideWindow* MainWindow::sideWindow(std::string_view window) const
+{
+    for (SideWindow* side : sideWindows_)
+        if (side->objectName().toStdString() == window) return side;
+    return nullptr;
 }
 
 QAction* MainWindow::actionOf(std::string_view control) const
@@ -126,6 +137,11 @@ void MainWindow::buildWidgets()
             byWidget_[w] = bindings_.size();
             bindings_.push_back({c, w, *c, true});
         }
+    }
+    for (Control* window : form_.windows()) {
+        auto* side = new SideWindow(form_, *window, *this, this);
+        side->setObjectName(QString::fromStdString(window->name));
+        sideWindows_.push_back(side);
     }
 }
 
@@ -331,12 +347,20 @@ const MainWindow::Binding* MainWindow::bindingAt(QWidget* w) const
     return nullptr;
 }
 
+const Control* MainWindow::sideControlAt(QWidget* w) const
+{
+    for (const SideWindow* side : sideWindows_)
+        if (const Control* c = side->controlAt(w)) return c;
+    return nullptr;
+}
+
 void MainWindow::focusMovedTo(QWidget* now)
 {
     if (syncing_ || !now) return;
     const Binding* b = bindingAt(now);
-    if (!b || now->focusPolicy() == Qt::NoFocus) return;
-    const std::string name = b->control->name;
+    const Control* c = b ? b->control : sideControlAt(now);
+    if (!c || now->focusPolicy() == Qt::NoFocus) return;
+    const std::string name = c->name;
     if (form_.focusedControl() == name) return;
     dispatch([&] { form_.moveFocus(name); });
 }

@@ -21,6 +21,7 @@ namespace qm {
 
 class ChartView;
 class FormCanvas;
+class SideWindow;
 
 class MainWindow : public QMainWindow, private ControlEvents
 {
@@ -37,6 +38,8 @@ class MainWindow : public QMainWindow, private ControlEvents
     QWidget* widgetOf(std::string_view control) const;
     /// The menu entry of a menu control, or nullptr.
     QAction* actionOf(std::string_view control) const;
+    /// The dialog of a window beside the design screen, or nullptr.
+    SideWindow* sideWindow(std::string_view window) const;
     ChartView* chart() const { return chart_; }
     FormCanvas* canvas() const { return canvas_; }
 
@@ -77,12 +80,14 @@ class MainWindow : public QMainWindow, private ControlEvents
     void syncMenus();
     void syncWindow();
     const Binding* bindingAt(QWidget* w) const;
+    const Control* sideControlAt(QWidget* w) const;
 
     QtPlatform platform_;
     QuellmarkForm form_;
     FormCanvas* canvas_ = nullptr;
     ChartView* chart_ = nullptr;
     std::vector<Binding> bindings_;
+    std::vector<SideWindow*> sideWindows_;
     std::vector<const Binding*> tabOrder_;
     std::unordered_map<std::string, std::size_t> byName_;
     std::unordered_map<const QWidget*, std::size_t> byWidget_;

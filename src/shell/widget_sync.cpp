@@ -5,6 +5,7 @@
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
 #include "shell/schematic_view.h"
+#include "shell/side_window.h"
 #include "shell/twips.h"
 
 #include <QAction>
@@ -166,6 +167,8 @@ void MainWindow::syncFromModel()
     for (Binding& b : bindings_)
         syncWidget(b);
     syncMenus();
+    for (SideWindow* side : sideWindows_)
+        side->syncFromModel();
     chart_->refresh();
     canvas_->refresh();
     syncing_ = wasSyncing;
