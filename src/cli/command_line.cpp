@@ -222,6 +222,8 @@ Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --click NAME         click an option button, check box, menu entry, frame...
   --dblclick NAME      double-click: press and click first, then the double click
   --mouse NAME=X,Y     press the mouse on the control at X, Y twips, then click
+  A control of a window beside the design screen is WINDOW.NAME, e.g. the
+  custom pole entry (a double click on FnInput(ROW)): PolePairEntry.Text1.
 
 Design settings (each is one of the actions above):
   --family NAME        butterworth, bessel, chebychev, linear-phase-0.05,
