@@ -161,6 +161,12 @@ const std::map<std::string, Handler>& valueOptions()
              cl.decimalSeparator = v[0];
          }},
         {"--show", [](CommandLine& cl, const std::string& v) { cl.only.push_back(v); }},
+        {"--save-chart-data",
+         [](CommandLine& cl, const std::string& v) {
+             if (v.empty()) throw UsageError("--save-chart-data needs a file path");
+             cl.ownAnswers.push_back({cl.actions.size(), v});
+             addAction(cl, {ActionKind::Click, "SaveChartData", ""});
+         }},
         {"--answer-file",
          [](CommandLine& cl, const std::string& v) { cl.fileAnswers.push_back(v); }},
         {"--answer",
@@ -244,6 +250,9 @@ Design settings (each is one of the actions above):
 Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
   --answer yes|no      the next Yes/No question; an unanswered one is No
+
+Files:
+  --save-chart-data PATH  write the chart data to PATH, replacing a file there
 
 Output:
   --json               every control as JSON, with the message boxes raised

@@ -9,6 +9,7 @@ void registerFormHandlers(QuellmarkForm& form)
     registerViewHandlers(form);
     registerDesignEntryHandlers(form);
     registerSectionEntryHandlers(form);
+    registerChartHandlers(form);
 }
 
 } // namespace qm
