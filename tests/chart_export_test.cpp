@@ -236,8 +236,8 @@ TEST(SaveChartData, DialogAndOverwriteQuestion)
     const std::string before = "kept\r\n";
     const struct
     {
-        const char* name;   // the dialog's answer, "" for Cancel
-        bool exists;        // a file of that name is there before
+        const char* name; // the dialog's answer, "" for Cancel
+        bool exists;      // a file of that name is there before
         qm::MessageAnswer answer;
         bool asked;
         bool written;

@@ -48,7 +48,7 @@ TEST(ChartMouse, ThePlaceOfAClickChoosesTheResponseFrequency)
         const char* readout; // Label35 after the click's recalculation
         int cursor;
     } cases[] = {
-        {"0,0", "100 ", "Response at 100  Hz.", 0}, // the left edge: the start frequency
+        {"0,0", "100 ", "Response at 100  Hz.", 0},            // the left edge: the start frequency
         {"3535,3000", "100 k", "Response at 100 k Hz.", 3535}, // the right edge: 1000 times
         {"1178.333,17", "1000 ", "Response at 1.00 k Hz.", 1178},
         {"2356.667,17", "10.0 k", "Response at 10.0 k Hz.", 2357},
@@ -74,8 +74,8 @@ TEST(ChartMouse, ThePlaceOfAClickChoosesTheResponseFrequency)
 TEST(ChartMouse, TheResponseEntryPutsTheCursorBack)
 {
     const std::pair<const char*, int> cases[] = {
-        {"1k", 1178}, {"100", 0}, {"100k", 3535}, {"10k", 2357}, {"2.5k", 1647},
-        {"99", -5},   // left of the chart: the line is off the picture
+        {"1k", 1178},   {"100", 0}, {"100k", 3535}, {"10k", 2357},
+        {"2.5k", 1647}, {"99", -5}, // left of the chart: the line is off the picture
         {"150k", 3742},
     };
     for (const auto& [entry, cursor] : cases) {
@@ -185,10 +185,10 @@ TEST(GainLimits, LeavingABoxChecksItsLimit)
         {"BotAmp", "-100", "-100", true, true, "10.0dB", "-100dB"},
         {"TopAmp", "100.5", "", true, false, "10dB", "-70dB"},
         {"BotAmp", "-100.5", "", true, false, "10dB", "-70dB"},
-        {"TopAmp", "-69.9", "", true, false, "10dB", "-70dB"}, // 0.1 dB apart
+        {"TopAmp", "-69.9", "", true, false, "10dB", "-70dB"},      // 0.1 dB apart
         {"TopAmp", "-69.8", "-69.8", true, true, "-70dB", "-70dB"}, // 0.2 dB apart
         {"BotAmp", "20", "20", true, true, "10.0dB", "20.0dB"},     // top below bottom
-        {"TopAmp", "1e999", "", true, false, "10dB", "-70dB"},   // no number
+        {"TopAmp", "1e999", "", true, false, "10dB", "-70dB"},      // no number
         {"TopAmp", "5 dB", "5 dB", true, true, "5.0dB", "-70dB"},
         // Emptied: hidden, and as 0 far enough from -70 to recalculate; with
         // both boxes hidden the default scale is back.
