@@ -12,6 +12,8 @@ namespace {
 
 constexpr const char* kHeader = R"("Freq.","Gain","Phase","Group Delay")";
 constexpr const char* kLineEnd = "\r\n";
+/// Room for a record: four quoted numbers of up to 13 characters.
+constexpr std::size_t kRecordChars = 64;
 
 void appendField(std::string& line, float x, char decSep)
 {
@@ -39,8 +41,7 @@ std::string chartDataText(DesignRecord& r)
     extrapolatePointZero(r);
     std::string text = kHeader;
     text += kLineEnd;
-    // About 45 characters a record.
-    text.reserve(text.size() + 48 * kExportRecords);
+    text.reserve(text.size() + kRecordChars * std::size_t{kExportRecords});
     for (int i = 1; i <= kExportRecords; ++i) {
         const auto at = static_cast<std::size_t>(i);
         std::string line;
