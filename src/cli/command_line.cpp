@@ -90,7 +90,12 @@ const std::map<std::string, Handler>& valueOptions()
          }},
         {"--dblclick",
          [](CommandLine& cl, const std::string& v) {
-             addAction(cl, {ActionKind::DblClick, v, ""});
+             // NAME=X,Y double-clicks at a place of the control.
+             const auto eq = v.find('=');
+             if (eq == std::string::npos)
+                 addAction(cl, {ActionKind::DblClick, v, ""});
+             else
+                 addAction(cl, {ActionKind::DblClick, v.substr(0, eq), v.substr(eq + 1)});
          }},
         {"--mouse",
          [](CommandLine& cl, const std::string& v) {
@@ -226,7 +231,8 @@ Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --enter NAME=TEXT    the same, but press Enter instead of leaving
   --select NAME=ITEM   choose an item of a list, by index or by its text
   --click NAME         click an option button, check box, menu entry, frame...
-  --dblclick NAME      double-click: press and click first, then the double click
+  --dblclick NAME[=X,Y]  double-click (at X, Y twips): press and click first,
+                       then the double click
   --mouse NAME=X,Y     press the mouse on the control at X, Y twips, then click
 
 Design settings (each is one of the actions above):

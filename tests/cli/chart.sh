@@ -27,6 +27,9 @@ expect "double click inverts the ground" 1 \
     "$(entry Graph --dblclick Graph | grep -c '"backColor": "#000000"')"
 expect "twice is white again" 1 \
     "$(entry Graph --dblclick Graph --dblclick Graph | grep -c '"backColor": "#FFFFFF"')"
+expect "a double click at a place moves the cursor there first" "10.0 k|" \
+    "$(show --dblclick Graph=2356.667,40 --show RespF)"
+expect "a bad place is a usage error" 2 "$("$cli" --dblclick Graph=left > /dev/null 2>&1; echo $?)"
 expect "a system colour by name" 1 "$(entry Frame1 | grep -c '"backColor": "Form"')"
 
 expect "the top legend opens its box" "10dB|-70dB|" \
