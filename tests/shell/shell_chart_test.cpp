@@ -129,10 +129,14 @@ class ChartWindowTest : public QObject
         QTest::addColumn<QString>("top");
         QTest::addColumn<QString>("bottom");
         QTest::newRow("top limit") << "click Ampl(0);type TopAmp=5;focus Text12"
-                                   << "5.0dB" << "-70dB";
+                                   << "5.0dB"
+                                   << "-70dB";
         QTest::newRow("bottom limit") << "click Ampl(8);type BotAmp=-100;focus Text12"
-                                      << "10.0dB" << "-100dB";
-        QTest::newRow("another legend") << "click Ampl(4)" << "10dB" << "-70dB";
+                                      << "10.0dB"
+                                      << "-100dB";
+        QTest::newRow("another legend") << "click Ampl(4)"
+                                        << "10dB"
+                                        << "-70dB";
     }
 
     void theGainLegendsOpenTheirBoxesInPlace()
