@@ -235,4 +235,28 @@ TEST(PhaseLegend, OffsetFollowsTheInversions)
     }
 }
 
+TEST(DelayLegend, FourTenthsOverTheScaleDownToZeroInTwoDigits)
+{
+    const struct
+    {
+        std::int32_t gdScale;
+        const char* legend; // GroupDelay(0) to GroupDelay(8)
+    } cases[] = {
+        {1, "400 ms|350 ms|300 ms|250 ms|200 ms|150 ms|100 ms|50 ms|0"},
+        {2, "200 ms|180 ms|150 ms|130 ms|100 ms|75 ms|50 ms|25 ms|0"}, // 175 and 125 round up
+        {25, "16 ms|14 ms|12 ms|10 ms|8.0 ms|6.0 ms|4.0 ms|2.0 ms|0"},
+        {125, "3.2 ms|2.8 ms|2.4 ms|2.0 ms|1.6 ms|1.2 ms|800 \xC2\xB5s|400 \xC2\xB5s|0"},
+        {1000000000, "400 ps|350 ps|300 ps|250 ps|200 ps|150 ps|100 ps|50 ps|0"},
+    };
+    for (const auto& c : cases) {
+        ChartForm cf;
+        cf.f.gdScale = c.gdScale;
+        qm::delayLegend(cf.f);
+        std::string legend = cf.f.GroupDelay[0].text;
+        for (std::size_t k = 1; k < 9; ++k)
+            legend += "|" + cf.f.GroupDelay[k].text;
+        EXPECT_EQ(legend, c.legend) << c.gdScale;
+    }
+}
+
 } // namespace

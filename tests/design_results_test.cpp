@@ -108,6 +108,7 @@ struct ResponseCase
     const char* phaseText;
     double mappedHz;
     char decSep;
+    double phaseDeg; // the stored phase, magnitude
 };
 
 TEST(ResultRows, SectionGainAndPhaseAtTheResponseFrequency)
@@ -115,9 +116,12 @@ TEST(ResultRows, SectionGainAndPhaseAtTheResponseFrequency)
     // A real pole at 1 kHz, and a pair of Fn 1 kHz and Q 1 seen at twice its
     // Fn: 1/sqrt(13), that is -11.14 dB, and a phase of -146.3 degrees.
     const std::vector<ResponseCase> cases{
-        {"real pole", 1, false, 1000.0f, 1.0f, "-3.01 dB", "-45.0\xC2\xBA", 1000, '.'},
-        {"pair high-pass", 2, true, 500.0f, 2.0f, "-5.12 dB", "146.3\xC2\xBA", 2000, '.'},
-        {"comma locale", 2, false, 2000.0f, 1.0f, "-11,14 dB", "-146,3\xC2\xBA", 2000, ','},
+        {"real pole", 1, false, 1000.0f, 1.0f, "-3.01 dB", "-45.0\xC2\xBA", 1000, '.', 45.0},
+        {"pair high-pass", 2, true, 500.0f, 2.0f, "-5.12 dB", "146.3\xC2\xBA", 2000, '.', 146.31},
+        {"comma locale", 2, false, 2000.0f, 1.0f, "-11,14 dB", "-146,3\xC2\xBA", 2000, ',', 146.31},
+        // The 32-bit phase -82.9499969 reads -82.95 in its seven digits, and
+        // that text rounds away from zero.
+        {"32-bit phase", 1, false, 8086.0f, 1.0f, "-18.22 dB", "-83.0\xC2\xBA", 8086, '.', 82.95},
     };
     for (const ResponseCase& c : cases) {
         SCOPED_TRACE(c.name);
@@ -133,7 +137,7 @@ TEST(ResultRows, SectionGainAndPhaseAtTheResponseFrequency)
         EXPECT_EQ(b.f.PhaseF[0].text, c.phaseText);
         EXPECT_NEAR_REL(b.f.respFreqMapped, c.mappedHz, 1e-6);
         const double phase = std::fabs(static_cast<double>(b.f.phaseAtResp[0]));
-        EXPECT_NEAR_REL(phase, c.poles == 1 ? 45.0 : 146.31, 1e-3);
+        EXPECT_NEAR_REL(phase, c.phaseDeg, 1e-3);
     }
 }
 
@@ -250,15 +254,30 @@ TEST(Totals, GainProductAndDescriptionLine)
 
 TEST(Totals, RowSumsGainAndPhaseOfAllSections)
 {
-    Bench b(3, kMfb);
-    b.f.decSep = ',';
-    b.f.gainDBAtResp[0] = -3.0103f;
-    b.f.gainDBAtResp[1] = -6.0f;
-    b.f.phaseAtResp[0] = -45.0f;
-    b.f.phaseAtResp[1] = -90.5f;
-    qm::totalsRow(b.f);
-    EXPECT_EQ(b.f.GainF[5].text, "-9,01 dB");
-    EXPECT_EQ(b.f.PhaseF[5].text, "-135,5\xC2\xBA");
+    const struct
+    {
+        char decSep;
+        std::vector<float> gains, phases; // the sections' rows
+        const char* gain;
+        const char* phase;
+    } cases[] = {
+        {',', {-3.0103f, -6.0f}, {-45.0f, -90.5f}, "-9,01 dB", "-135,5\xC2\xBA"},
+        // The 32-bit sum reads -288.295 in its seven digits, and that text
+        // rounds up; the sum's wider digits (-288.294982...) would round down.
+        {'.', {-288.29498f}, {-10.0f}, "-288.30 dB", "-10.0\xC2\xBA"},
+        {'.', {-100.0f, -188.29498f}, {0.0f}, "-288.30 dB", "0.0\xC2\xBA"},
+    };
+    for (const auto& c : cases) {
+        Bench b(3, kMfb);
+        b.f.decSep = c.decSep;
+        for (std::size_t i = 0; i < c.gains.size(); ++i)
+            b.f.gainDBAtResp[i] = c.gains[i];
+        for (std::size_t i = 0; i < c.phases.size(); ++i)
+            b.f.phaseAtResp[i] = c.phases[i];
+        qm::totalsRow(b.f);
+        EXPECT_EQ(b.f.GainF[5].text, c.gain) << c.gain;
+        EXPECT_EQ(b.f.PhaseF[5].text, c.phase) << c.gain;
+    }
 }
 
 } // namespace

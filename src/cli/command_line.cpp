@@ -90,7 +90,12 @@ const std::map<std::string, Handler>& valueOptions()
          }},
         {"--dblclick",
          [](CommandLine& cl, const std::string& v) {
-             addAction(cl, {ActionKind::DblClick, v, ""});
+             // NAME=X,Y double-clicks at a place of the control.
+             const auto eq = v.find('=');
+             if (eq == std::string::npos)
+                 addAction(cl, {ActionKind::DblClick, v, ""});
+             else
+                 addAction(cl, {ActionKind::DblClick, v.substr(0, eq), v.substr(eq + 1)});
          }},
         {"--mouse",
          [](CommandLine& cl, const std::string& v) {
@@ -161,6 +166,12 @@ const std::map<std::string, Handler>& valueOptions()
              cl.decimalSeparator = v[0];
          }},
         {"--show", [](CommandLine& cl, const std::string& v) { cl.only.push_back(v); }},
+        {"--save-chart-data",
+         [](CommandLine& cl, const std::string& v) {
+             if (v.empty()) throw UsageError("--save-chart-data needs a file path");
+             cl.ownAnswers.push_back({cl.actions.size(), v});
+             addAction(cl, {ActionKind::Click, "SaveChartData", ""});
+         }},
         {"--answer-file",
          [](CommandLine& cl, const std::string& v) { cl.fileAnswers.push_back(v); }},
         {"--answer",
@@ -220,7 +231,8 @@ Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --enter NAME=TEXT    the same, but press Enter instead of leaving
   --select NAME=ITEM   choose an item of a list, by index or by its text
   --click NAME         click an option button, check box, menu entry, frame...
-  --dblclick NAME      double-click: press and click first, then the double click
+  --dblclick NAME[=X,Y]  double-click (at X, Y twips): press and click first,
+                       then the double click
   --mouse NAME=X,Y     press the mouse on the control at X, Y twips, then click
   A control of a window beside the design screen is WINDOW.NAME, e.g. the
   custom pole entry (a double click on FnInput(ROW)): PolePairEntry.Text1.
@@ -246,6 +258,9 @@ Design settings (each is one of the actions above):
 Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
   --answer yes|no      the next Yes/No question; an unanswered one is No
+
+Files:
+  --save-chart-data PATH  write the chart data to PATH, replacing a file there
 
 Output:
   --json               every control as JSON, with the message boxes raised

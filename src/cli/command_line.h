@@ -25,6 +25,14 @@ struct CommandLine
     /// Answers for the dialogs and questions the actions raise, in order.
     std::vector<std::string> fileAnswers;
     std::vector<MessageAnswer> answers;
+    /// Answers that belong to one action alone: its file dialog takes `path`
+    /// and its overwrite question, if it asks one, Yes.
+    struct OwnAnswer
+    {
+        std::size_t action; ///< index into actions
+        std::string path;
+    };
+    std::vector<OwnAnswer> ownAnswers;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -49,6 +49,24 @@ const char* boolText(bool b)
     return b ? "true" : "false";
 }
 
+/// "#RRGGBB", or the name of a system colour, which the platform resolves.
+std::string colorText(Color c)
+{
+    switch (c) {
+    case kButtonFace:
+        return "ButtonFace";
+    case kWindowColor:
+        return "Window";
+    case kFormColor:
+        return "Form";
+    default:
+        break;
+    }
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "#%06X", static_cast<unsigned>(c & 0xFFFFFFu));
+    return buf;
+}
+
 void appendControl(std::string& out, const Control& c)
 {
     out += "\"" + jsonEscape(c.name) + "\": {\"text\": \"" + jsonEscape(c.text) +
@@ -57,7 +75,11 @@ void appendControl(std::string& out, const Control& c)
     if (c.kind == ControlKind::OptionButton || c.kind == ControlKind::CheckBox ||
         c.kind == ControlKind::Menu)
         out += ", \"value\": " + std::to_string(c.value);
-    out += "}";
+    if (c.kind == ControlKind::Menu) out += std::string(", \"checked\": ") + boolText(c.value != 0);
+    if (c.kind == ControlKind::Line)
+        out += ", \"x1\": " + std::to_string(c.x1) + ", \"y1\": " + std::to_string(c.y1) +
+               ", \"x2\": " + std::to_string(c.x2) + ", \"y2\": " + std::to_string(c.y2);
+    out += ", \"backColor\": \"" + colorText(c.backColor) + "\"}";
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // quellmark-cli: the design screen without a window, for scripts.
 #include "cli/command_line.h"
 #include "cli/json_writer.h"
+#include "cli/scripted_actions.h"
 #include "design/cycle.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
@@ -43,8 +44,7 @@ int main(int argc, char** argv)
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
         form.runGuarded([&] { qm::Form_Initialize(form); });
-        for (const qm::UserAction& action : cl.actions)
-            qm::applyAction(form, action);
+        qm::applyActions(form, platform, cl);
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else

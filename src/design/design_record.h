@@ -98,6 +98,7 @@ struct DesignRecord
     // Files, printing, shell.
     i16 designLoaded = 0;
     std::string currentFile;
+    std::string commonDialogFileName;
     std::uint32_t savedBackColor = 0;
     bool showAboutSetting = true;
     bool formLoaded = false; ///< the window's first load has run

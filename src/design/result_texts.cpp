@@ -25,10 +25,12 @@ constexpr const char* kPhaseUnit = "\xC2\xBA"; // º
 /// Plain text of a result, the form in which the cycle hands numbers on to
 /// the displays. A result that isn't a finite number is a failed
 /// calculation and never becomes text.
-std::string numericText(double x, char decSep)
+template <typename Number> std::string numericText(Number x, char decSep)
 {
     if (!std::isfinite(x)) throw CalcFailure("the result is not a finite number");
     if (x == 0) x = 0; // no "-0" on the screen
+    // A stored 32-bit result reads with at most seven significant digits, a
+    // wider formula result with fifteen: the text is the number that goes on.
     return generalText(x, decSep);
 }
 
@@ -88,8 +90,7 @@ void writeSectionResponse(QuellmarkForm& f, int j)
 
     // The prototype's phase runs the other way in high-pass; inverting
     // stages are not corrected (the note under the table says so).
-    const double phase = d64(f.respPhase);
-    f.numText = numericText(highPass ? -phase : phase, f.decSep);
+    f.numText = numericText(highPass ? -f.respPhase : f.respPhase, f.decSep);
     const double degrees = strictNumber(f.numText, f.decSep);
     f.phaseAtResp[q] = f32(degrees);
     f.PhaseF[q].text = phaseText(degrees, f.decSep);
@@ -179,7 +180,7 @@ void totalsRow(QuellmarkForm& f)
     f.phaseAtResp[5] = rowSum(f.phaseAtResp);
     f.PhaseF[5].text = phaseText(d64(f.phaseAtResp[5]), f.decSep);
     f.gainDBAtResp[5] = rowSum(f.gainDBAtResp);
-    f.numText = numericText(d64(f.gainDBAtResp[5]), f.decSep);
+    f.numText = numericText(f.gainDBAtResp[5], f.decSep);
     f.GainF[5].text = gainDbText(strictNumber(f.numText, f.decSep), f.decSep);
 }
 

@@ -11,6 +11,7 @@ void registerFormHandlers(QuellmarkForm& form)
     registerDesignEntryHandlers(form);
     registerSectionEntryHandlers(form);
     addPolePairEntry(form);
+    registerChartHandlers(form);
 }
 
 } // namespace qm

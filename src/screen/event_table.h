@@ -18,4 +18,7 @@ void registerDesignEntryHandlers(QuellmarkForm& form);
 /// Capacitor, gain, Fn, Q and total Q entries of the sections.
 void registerSectionEntryHandlers(QuellmarkForm& form);
 
+/// The chart's mouse, gain limits, trace entries and chart-data export.
+void registerChartHandlers(QuellmarkForm& form);
+
 } // namespace qm

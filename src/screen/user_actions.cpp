@@ -127,7 +127,7 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
         mouseOn(form, c, pointAt(c, action.text));
         break;
     case ActionKind::DblClick:
-        mouseOn(form, c, {});
+        mouseOn(form, c, action.text.empty() ? EventArgs{} : pointAt(c, action.text));
         form.raise(c.name, FormEvent::DblClick);
         break;
     case ActionKind::Check:
