@@ -25,6 +25,8 @@ struct CommandLine
     /// Answers for the dialogs and questions the actions raise, in order.
     std::vector<std::string> fileAnswers;
     std::vector<MessageAnswer> answers;
+    std::vector<int> printAnswers; ///< copies from the print dialogs; 0 cancels
+    std::string settingsFile;      ///< INI file of the settings; empty keeps them in memory
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -57,6 +57,7 @@ void appendControl(std::string& out, const Control& c)
     if (c.kind == ControlKind::OptionButton || c.kind == ControlKind::CheckBox ||
         c.kind == ControlKind::Menu)
         out += ", \"value\": " + std::to_string(c.value);
+    out += ", \"helpContext\": " + std::to_string(c.helpContext);
     out += "}";
 }
 
@@ -90,7 +91,11 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
         out += "{\"title\": \"" + jsonEscape(m.title) + "\", \"text\": \"" + jsonEscape(m.text) +
                "\"}";
     }
-    out += "\n]}\n";
+    out += "\n], \"help\": [";
+    for (std::size_t k = 0; k < platform.helpOpened.size(); ++k)
+        out += (k ? ", " : "") + std::to_string(platform.helpOpened[k]);
+    out += "], \"printed\": " + std::to_string(platform.pageOrientations.size());
+    out += "}\n";
     return out;
 }
 

@@ -1,6 +1,8 @@
 #include "screen/event_table.h"
 
+#include "files/printing.h"
 #include "screen/quellmark_form.h"
+#include "screen/shell_menus.h"
 
 namespace qm {
 
@@ -9,6 +11,8 @@ void registerFormHandlers(QuellmarkForm& form)
     registerViewHandlers(form);
     registerDesignEntryHandlers(form);
     registerSectionEntryHandlers(form);
+    registerPrintHandlers(form);
+    registerShellHandlers(form);
 }
 
 } // namespace qm
