@@ -21,6 +21,7 @@ namespace qm {
 
 class ChartView;
 class FormCanvas;
+class ShellServices;
 
 class MainWindow : public QMainWindow, private ControlEvents
 {
@@ -39,6 +40,10 @@ class MainWindow : public QMainWindow, private ControlEvents
     QAction* actionOf(std::string_view control) const;
     ChartView* chart() const { return chart_; }
     FormCanvas* canvas() const { return canvas_; }
+    /// Printer, settings, help and the about window.
+    ShellServices& shell() { return *shell_; }
+    /// Where the widgets of other windows send what the user does.
+    ControlEvents& controlEvents() { return *this; }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
@@ -82,6 +87,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     QuellmarkForm form_;
     FormCanvas* canvas_ = nullptr;
     ChartView* chart_ = nullptr;
+    ShellServices* shell_ = nullptr;
     std::vector<Binding> bindings_;
     std::vector<const Binding*> tabOrder_;
     std::unordered_map<std::string, std::size_t> byName_;

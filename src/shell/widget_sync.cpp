@@ -5,6 +5,7 @@
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
 #include "shell/schematic_view.h"
+#include "shell/shell_services.h"
 #include "shell/twips.h"
 
 #include <QAction>
@@ -150,6 +151,13 @@ void MainWindow::syncMenus()
 void MainWindow::syncWindow()
 {
     setWindowTitle(QString::fromStdString(form_.Form.text));
+    // Controls in the form's own colour follow the form, white for paper.
+    const QColor ground = qtColor(form_.Form.backColor, palette());
+    if (canvas_->palette().color(QPalette::Window) != ground) {
+        QPalette pal = canvas_->palette();
+        pal.setColor(QPalette::Window, ground);
+        canvas_->setPalette(pal);
+    }
     const int height = form_.Form.height;
     if (height != shownHeight_) {
         shownHeight_ = height;
@@ -168,6 +176,7 @@ void MainWindow::syncFromModel()
     syncMenus();
     chart_->refresh();
     canvas_->refresh();
+    if (shell_) shell_->syncFromModel();
     syncing_ = wasSyncing;
 }
 

@@ -1,0 +1,90 @@
+#include "shell/shell_services.h"
+
+#include "screen/about_window.h"
+#include "screen/shell_menus.h"
+#include "shell/about_dialog.h"
+#include "shell/form_canvas.h"
+#include "shell/main_window.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QShortcut>
+
+#include <algorithm>
+
+namespace qm {
+
+ShellServices::ShellServices(MainWindow& window)
+    : QObject(&window),
+      printer([&window](QPainter& p, const QRectF& page) { renderFormPage(window, p, page); },
+              &window),
+      help(&window), window_(window)
+{
+    QuellmarkForm& form = window.form();
+    about_ = new AboutDialog(
+        form, window.controlEvents(),
+        [&window] {
+            closeAboutWindow(window.form());
+            window.syncFromModel();
+        },
+        &window);
+    form.platform.printer = &printer;
+    form.platform.settings = &settings;
+    form.platform.help = &help;
+    auto* f1 = new QShortcut(QKeySequence::HelpContents, &window);
+    f1->setContext(Qt::ApplicationShortcut);
+    connect(f1, &QShortcut::activated, this,
+            [&window] { pressF1(window.form(), window.form().focusedControl()); });
+    window.installEventFilter(this);
+}
+
+void ShellServices::syncFromModel()
+{
+    if (window_.isVisible()) about_->syncFromModel();
+}
+
+void ShellServices::watchMenu(QMenu* menu)
+{
+    menu->installEventFilter(this);
+}
+
+bool ShellServices::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &window_ && event->type() == QEvent::Show) {
+        about_->syncFromModel();
+        return false;
+    }
+    auto* menu = qobject_cast<QMenu*>(watched);
+    if (menu && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+        const QAction* highlighted = menu->activeAction();
+        for (const Control* c : window_.form().all())
+            if (highlighted && window_.actionOf(c->name) == highlighted) {
+                menu->close();
+                pressF1(window_.form(), c->name);
+                return true;
+            }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void renderFormPage(MainWindow& window, QPainter& painter, const QRectF& page)
+{
+    window.syncFromModel();
+    QWidget* canvas = window.canvas();
+    const QSizeF size = canvas->size();
+    // The screen's 96 pixels an inch become the printer's own: the whole
+    // form fills the page as far as its shape allows, centred.
+    const double scale = std::min(page.width() / size.width(), page.height() / size.height());
+    painter.save();
+    painter.translate(page.left() + (page.width() - size.width() * scale) / 2,
+                      page.top() + (page.height() - size.height() * scale) / 2);
+    painter.scale(scale, scale);
+    canvas->render(&painter, QPoint(), QRegion(canvas->rect()),
+                   QWidget::DrawWindowBackground | QWidget::DrawChildren);
+    painter.restore();
+}
+
+} // namespace qm
