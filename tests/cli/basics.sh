@@ -25,9 +25,9 @@ grep -q -- "--family" /tmp/qm_cli_help.$$; check "help lists --family" $?
 "$cli" --json > /tmp/qm_cli_json.$$; check "json exits 0" $?
 grep -q '"controls": {' /tmp/qm_cli_json.$$; check "json has controls" $?
 grep -q '"messages": \[' /tmp/qm_cli_json.$$; check "json has messages" $?
-grep -q '"TypeFilter": {"text": "[^"]*", "visible": true, "enabled": true, "index": 0}' /tmp/qm_cli_json.$$
+grep -q '"TypeFilter": {"text": "[^"]*", "visible": true, "enabled": true, "index": 0[,}]' /tmp/qm_cli_json.$$
 check "lists carry their index" $?
-grep -q '"MFBtype": {[^}]*"value": -1}' /tmp/qm_cli_json.$$; check "options carry their value" $?
+grep -q '"MFBtype": {[^}]*"value": -1[,}]' /tmp/qm_cli_json.$$; check "options carry their value" $?
 if command -v python3 > /dev/null; then
     python3 -m json.tool /tmp/qm_cli_json.$$ > /dev/null; check "json parses" $?
 fi
