@@ -16,12 +16,10 @@ constexpr const char* kKey = "Value";
 constexpr const char* kTrueText = "True";
 constexpr const char* kFalseText = "False";
 constexpr const char* kCrLf = "\r\n";
-/// Lines are centred by leading blanks within this many characters.
-constexpr std::size_t kTextWidth = 72;
-
-std::string centred(const std::string& line)
+/// A line centred by leading blanks over a text `width` characters wide.
+std::string centred(const std::string& line, std::size_t width)
 {
-    const std::size_t pad = line.size() < kTextWidth ? (kTextWidth - line.size()) / 2 : 0;
+    const std::size_t pad = line.size() < width ? (width - line.size()) / 2 : 0;
     return std::string(pad, ' ') + line;
 }
 
@@ -54,12 +52,7 @@ std::string versionNumberText(char decSep)
 
 std::string aboutText(char decSep)
 {
-    const std::string lines[] = {
-        centred("Halvorn Devices Quellmark"),
-        centred("FILTER DESIGN PROGRAM"),
-        "",
-        centred("Version " + versionNumberText(decSep)),
-        "",
+    const std::string body[] = {
         "Quellmark computes component values and responses from ideal models: the",
         "amplifiers are taken as ideal apart from the gain-bandwidth the screen asks",
         "for, and every part as exactly its value. A real filter also depends on part",
@@ -71,8 +64,13 @@ std::string aboutText(char decSep)
         "Halvorn Devices Quellmark project. Postal address: none. Web: quellmark.example",
         "Support telephone: none. E-mail: support@quellmark.example",
     };
-    std::string text;
-    for (const std::string& line : lines)
+    std::size_t width = 0;
+    for (const std::string& line : body)
+        width = std::max(width, line.size());
+    std::string text = centred("Halvorn Devices Quellmark", width) + kCrLf +
+                       centred("FILTER DESIGN PROGRAM", width) + kCrLf + kCrLf +
+                       centred("Version " + versionNumberText(decSep), width) + kCrLf + kCrLf;
+    for (const std::string& line : body)
         text += line + kCrLf;
     return text;
 }
