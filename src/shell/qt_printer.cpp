@@ -19,9 +19,10 @@ QtPrinter::~QtPrinter()
     if (painter_ && painter_->isActive()) painter_->end();
 }
 
-void QtPrinter::printToPdfFile(const QString& path)
+void QtPrinter::printToPdfFile(const QString& path, int copies)
 {
     pdfPath_ = path;
+    pdfCopies_ = copies;
 }
 
 void QtPrinter::fail(const QString& why)
@@ -55,7 +56,7 @@ int QtPrinter::showPrintDialog()
         pdf_->setCreator(QStringLiteral("Quellmark"));
         pdf_->setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
         device_ = pdf_.get();
-        return 1;
+        return pdfCopies_;
     }
     printer_ = std::make_unique<QPrinter>(QPrinter::ScreenResolution);
     printer_->setDocName(QStringLiteral("Quellmark"));

@@ -29,9 +29,9 @@ class QtPrinter : public Printer
     QtPrinter(const QtPrinter&) = delete;
     QtPrinter& operator=(const QtPrinter&) = delete;
 
-    /// From now on the print dialog is not shown: every job is one copy
-    /// written to this PDF file.
-    void printToPdfFile(const QString& path);
+    /// From now on the print dialog is not shown: every job is written to
+    /// this PDF file, `copies` pages of it.
+    void printToPdfFile(const QString& path, int copies = 1);
 
     int showPrintDialog() override;
     void setOrientation(int orientation) override;
@@ -48,6 +48,7 @@ class QtPrinter : public Printer
     PageRenderer renderer_;
     QPointer<QWidget> parent_;
     QString pdfPath_;
+    int pdfCopies_ = 1;
     std::unique_ptr<QPrinter> printer_;
     std::unique_ptr<QPdfWriter> pdf_;
     QPagedPaintDevice* device_ = nullptr; ///< the printer or the PDF file

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# quellmark --print-pdf: one landscape page of the design, not blank, with no
+# window; a refused design file or option says why and fails.
+set -u
+program="$1"
+failures=0
+passes=0
+tmp=$(mktemp -d)
+trap 'rm -rf "$tmp"' EXIT
+
+check() { # name, condition result
+    if [ "$2" -eq 0 ]; then passes=$((passes + 1)); else failures=$((failures + 1)); echo "FAIL: $1"; fi
+}
+
+if ! command -v pdfinfo > /dev/null || ! command -v pdftoppm > /dev/null; then
+    echo "pdfinfo and pdftoppm (poppler-utils) are needed"; exit 1
+fi
+
+"$program" --print-pdf "$tmp/out.pdf" 2> "$tmp/err"; check "prints and exits 0" $?
+info=$(pdfinfo "$tmp/out.pdf")
+echo "$info" | grep -Eq '^Pages: +1$'; check "one page" $?
+read -r w h < <(echo "$info" | sed -n 's/^Page size: *\([0-9.]*\) x \([0-9.]*\).*/\1 \2/p')
+python3 -c "import sys; sys.exit(0 if float('$w') > float('$h') else 1)"; check "landscape" $?
+pdftoppm -gray -r 20 -singlefile "$tmp/out.pdf" "$tmp/page"
+python3 - "$tmp/page.pgm" <<'PY'; check "the page is not blank" $?
+import sys
+data = open(sys.argv[1], 'rb').read()
+# P5 header: magic, width, height, maxval, then one byte a pixel.
+parts = data.split(maxsplit=4)
+pixels = parts[4]
+inked = sum(1 for b in pixels if b < 200)
+sys.exit(0 if inked > 0.02 * len(pixels) else 1)
+PY
+pdffonts "$tmp/out.pdf" | grep -q 'yes'; check "text is type, not a picture" $?
+
+"$program" --print-pdf "$tmp/d.pdf" "$tmp/nodesign.qmf" 2> "$tmp/err"; rc=$?
+[ "$rc" -eq 1 ] && [ "$(wc -l < "$tmp/err" | tr -d ' ')" -ge 1 ]; check "a design it can't open fails with a reason" $?
+[ ! -e "$tmp/d.pdf" ]; check "and writes no file" $?
+"$program" --print-pdf > /dev/null 2>&1; [ $? -eq 2 ]; check "--print-pdf without a file exits 2" $?
+QT_QPA_PLATFORM=offscreen "$program" --bogus > /dev/null 2>&1; [ $? -eq 2 ]; check "unknown option exits 2" $?
+
+echo "$passes passed, $failures failed"
+[ "$failures" -eq 0 ]
