@@ -16,9 +16,9 @@ namespace {
 
 constexpr int kWidth = 480;
 constexpr int kHeight = 280;
-constexpr int kPoles = 5;
+constexpr int kPoles = 3;
 constexpr double kDecades = 3.0;
-constexpr double kBottomDB = -80.0;
+constexpr double kBottomDB = -120.0;
 
 /// Gain in dB of a Butterworth low-pass of kPoles poles at f / fc.
 double butterworthDB(double ratio)
@@ -72,6 +72,11 @@ QPixmap splashPicture(qreal pixelRatio)
     const QRectF plot(30, 40, kWidth - 60, kHeight - 70);
     drawGrid(p, plot);
     drawCurve(p, plot);
+    // The name stands on a veil of the paper, so that the curve under it
+    // doesn't cut the letters.
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(255, 255, 255, 215));
+    p.drawRoundedRect(QRectF(70, 78, kWidth - 140, 96), 10, 10);
     QFont title = p.font();
     title.setPointSize(34);
     title.setBold(true);

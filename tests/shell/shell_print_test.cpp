@@ -113,6 +113,8 @@ class ShellTest : public QObject
             AboutDialog* about = first.shell().about();
             QTRY_VERIFY(about->isVisible());
             QVERIFY(about->showOnStartup()->isChecked());
+            QVERIFY(about->grab().save(
+                QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_about.png")));
             QTest::mouseClick(about->showOnStartup(), Qt::LeftButton, {},
                               QPoint(4, about->showOnStartup()->height() / 2));
             QTest::mouseClick(about->okButton(), Qt::LeftButton);
@@ -151,6 +153,8 @@ class ShellTest : public QObject
         QVERIFY(help && help->isVisible());
         QCOMPARE(help->browser()->documentTitle(), QStringLiteral("Cutoff frequency"));
         QVERIFY(help->browser()->toPlainText().size() > 500);
+        QVERIFY(
+            help->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_help.png")));
     }
 
     void splashShowsANameOverACurve()
@@ -164,6 +168,7 @@ class ShellTest : public QObject
                 if (c.blue() > 150 && c.red() < 80) ++blue;
             }
         QVERIFY2(blue > 200, "no curve");
+        QVERIFY(picture.save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_splash.png")));
         QVERIFY(inkedShare(picture.convertToFormat(QImage::Format_Grayscale8)) > 0.02);
     }
 };
