@@ -67,16 +67,20 @@ std::string versionNotesText(char decSep)
         "Added features:",
         "   1. High-pass filters can now be designed.",
         "   2. Group delay is a new chart trace.",
-        "   3. 3 new filter types, Linear Phase 0.05 deg., Linear phase, 0.5 deg. and Gaussian "
-        "12dB are now available.",
-        "   4. Custom Q filter type allows designer to adjust the product of all Q to a different "
-        "value.",
-        "   5. Custom Fn and Q filter type allows the designer to enter any value desired and "
-        "watch the resulting response.",
+        std::string("   3. 3 new filter types, Linear Phase 0.05 deg., Linear phase, 0.5 deg. and "
+                    "Gaussian ") +
+            "12dB are now available.",
+        std::string("   4. Custom Q filter type allows designer to adjust the product of all Q to "
+                    "a different ") +
+            "value.",
+        std::string("   5. Custom Fn and Q filter type allows the designer to enter any value "
+                    "desired and ") +
+            "watch the resulting response.",
         "   6. Fully-differential filters can be designed.",
         "   7. Gain scaling is customizable by clicking on the top or bottom legend values.",
-        "   8. When using the custom Fn and Q feature, double clicking on Fn or Q brings up a "
-        "multiple entry format window.",
+        std::string("   8. When using the custom Fn and Q feature, double clicking on Fn or Q "
+                    "brings up a ") +
+            "multiple entry format window.",
         "        This is useful for entering values from tables.",
         "   9. Full save and load capability is available.",
         " 10. Your design may be saved as the default design. ",

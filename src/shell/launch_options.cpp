@@ -15,12 +15,20 @@ namespace {
 constexpr int kPrinted = 0;
 constexpr int kFailed = 1;
 
-/// Opening a design file from the command line joins the design files'
-/// reader; until then the request is refused with a reason.
-QString openDesignFile(QuellmarkForm&, const QString&)
+/// A run without a window has no one to answer a message box: each message
+/// goes to the error output, and a question is answered No.
+class ReportedMessages : public MessageBoxes
 {
-    return QStringLiteral("opening a design file is not available");
-}
+  public:
+    MessageAnswer showMessage(const std::string& text, const std::string& title,
+                              MessageButtons buttons, MessageIcon) override
+    {
+        ++count;
+        std::fprintf(stderr, "quellmark: %s: %s\n", title.c_str(), text.c_str());
+        return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Ok;
+    }
+    int count = 0;
+};
 
 void report(const QString& text)
 {
@@ -28,6 +36,13 @@ void report(const QString& text)
 }
 
 } // namespace
+
+QString openDesignFile(QuellmarkForm&, const QString&)
+{
+    // Opening a design file joins the design files' reader; until then the
+    // request is refused with a reason.
+    return QStringLiteral("opening a design file is not available");
+}
 
 LaunchOptions parseLaunchOptions(const QStringList& args)
 {
@@ -43,7 +58,7 @@ LaunchOptions parseLaunchOptions(const QStringList& args)
         } else if (a.startsWith(QLatin1String("-"))) {
             o.error = QStringLiteral("unknown option '%1'").arg(a);
             return o;
-        } else if (!o.printPdf.isEmpty() && o.design.isEmpty()) {
+        } else if (o.design.isEmpty()) {
             o.design = a;
         } else {
             o.error = QStringLiteral("unexpected argument '%1'").arg(a);
@@ -63,12 +78,15 @@ bool wantsBatchPrint(int argc, char** argv)
 int runBatchPrint(const LaunchOptions& options)
 {
     MainWindow window;
+    ReportedMessages messages;
+    window.form().platform.messages = &messages;
     if (!options.settingsFile.isEmpty()) window.shell().settings.useFile(options.settingsFile);
     window.start();
     if (!options.design.isEmpty()) {
         const QString failure = openDesignFile(window.form(), options.design);
-        if (!failure.isEmpty()) {
-            report(QFileInfo(options.design).fileName() + QStringLiteral(": ") + failure);
+        if (!failure.isEmpty() || messages.count > 0) {
+            if (!failure.isEmpty())
+                report(QFileInfo(options.design).fileName() + QStringLiteral(": ") + failure);
             return kFailed;
         }
     }

@@ -9,13 +9,18 @@ namespace qm {
 struct LaunchOptions
 {
     QString printPdf;     ///< --print-pdf OUT.pdf: print and end, no window
-    QString design;       ///< the design file after OUT.pdf
+    QString design;       ///< a design file to open at the start
     QString settingsFile; ///< --settings PATH: INI file instead of the user's store
     QString error;        ///< why the options were refused; empty when fine
 };
 
 /// Reads the arguments after the program's name.
 LaunchOptions parseLaunchOptions(const QStringList& args);
+
+class QuellmarkForm;
+
+/// Opens the design file `path` on the form; the reason when it couldn't.
+QString openDesignFile(QuellmarkForm& form, const QString& path);
 
 /// Whether the arguments ask for a run without a window.
 bool wantsBatchPrint(int argc, char** argv);

@@ -45,6 +45,10 @@ int main(int argc, char** argv)
     else
         window.shell().settings.useFile(options.settingsFile);
     window.start();
+    if (!options.design.isEmpty()) {
+        const QString failure = qm::openDesignFile(window.form(), options.design);
+        if (!failure.isEmpty()) std::fprintf(stderr, "quellmark: %s\n", qPrintable(failure));
+    }
     window.show();
     return QApplication::exec();
 }
