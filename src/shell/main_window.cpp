@@ -243,7 +243,6 @@ void MainWindow::buildMenus()
         const QString caption = QString::fromStdString(c->text);
         if (c->menu.empty()) {
             menus_[c->name] = menuBar()->addMenu(caption);
-            shell_->watchMenu(menus_[c->name]);
             continue;
         }
         QMenu* menu = menus_[c->menu];

@@ -7,7 +7,7 @@
 #include "shell/main_window.h"
 
 #include <QAction>
-#include <QKeyEvent>
+#include <QApplication>
 #include <QMenu>
 #include <QPainter>
 #include <QShortcut>
@@ -35,8 +35,7 @@ ShellServices::ShellServices(MainWindow& window)
     form.platform.help = &help;
     auto* f1 = new QShortcut(QKeySequence::HelpContents, &window);
     f1->setContext(Qt::ApplicationShortcut);
-    connect(f1, &QShortcut::activated, this,
-            [&window] { pressF1(window.form(), window.form().focusedControl()); });
+    connect(f1, &QShortcut::activated, this, [this] { openHelp(); });
     window.installEventFilter(this);
 }
 
@@ -45,29 +44,26 @@ void ShellServices::syncFromModel()
     if (window_.isVisible()) about_->syncFromModel();
 }
 
-void ShellServices::watchMenu(QMenu* menu)
-{
-    menu->installEventFilter(this);
-}
-
 bool ShellServices::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == &window_ && event->type() == QEvent::Show) {
-        about_->syncFromModel();
-        return false;
-    }
-    auto* menu = qobject_cast<QMenu*>(watched);
-    if (menu && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+    if (watched == &window_ && event->type() == QEvent::Show) about_->syncFromModel();
+    return QObject::eventFilter(watched, event);
+}
+
+void ShellServices::openHelp()
+{
+    QuellmarkForm& form = window_.form();
+    // With a menu open, F1 is about its highlighted entry.
+    if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
         const QAction* highlighted = menu->activeAction();
-        for (const Control* c : window_.form().all())
+        for (const Control* c : form.all())
             if (highlighted && window_.actionOf(c->name) == highlighted) {
                 menu->close();
-                pressF1(window_.form(), c->name);
-                return true;
+                pressF1(form, c->name);
+                return;
             }
     }
-    return QObject::eventFilter(watched, event);
+    pressF1(form, form.focusedControl());
 }
 
 void renderFormPage(MainWindow& window, QPainter& painter, const QRectF& page)

@@ -8,7 +8,6 @@
 
 #include <QObject>
 
-class QMenu;
 class QPainter;
 
 namespace qm {
@@ -24,8 +23,9 @@ class ShellServices : public QObject
     /// Sets the about window from the model; it shows only once the design
     /// screen is on the screen.
     void syncFromModel();
-    /// Lets F1 on a highlighted entry of `menu` open that entry's topic.
-    void watchMenu(QMenu* menu);
+    /// F1: the help on the highlighted menu entry when a menu is open, else
+    /// on the control in focus.
+    void openHelp();
 
     QtPrinter printer;
     QtSettings settings;

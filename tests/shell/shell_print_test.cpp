@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QImage>
+#include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -113,8 +114,8 @@ class ShellTest : public QObject
             AboutDialog* about = first.shell().about();
             QTRY_VERIFY(about->isVisible());
             QVERIFY(about->showOnStartup()->isChecked());
-            QVERIFY(about->grab().save(
-                QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_about.png")));
+            QVERIFY(
+                about->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_about.png")));
             QTest::mouseClick(about->showOnStartup(), Qt::LeftButton, {},
                               QPoint(4, about->showOnStartup()->height() / 2));
             QTest::mouseClick(about->okButton(), Qt::LeftButton);
@@ -153,8 +154,19 @@ class ShellTest : public QObject
         QVERIFY(help && help->isVisible());
         QCOMPARE(help->browser()->documentTitle(), QStringLiteral("Cutoff frequency"));
         QVERIFY(help->browser()->toPlainText().size() > 500);
-        QVERIFY(
-            help->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_help.png")));
+        QVERIFY(help->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_help.png")));
+
+        // F1 on a highlighted menu entry opens that entry's topic.
+        QMenu* file = w.actionOf("Print")->associatedObjects().isEmpty()
+                          ? nullptr
+                          : qobject_cast<QMenu*>(w.actionOf("Print")->associatedObjects().first());
+        QVERIFY(file);
+        file->popup(w.mapToGlobal(QPoint(10, 10)));
+        QTRY_VERIFY(file->isVisible());
+        file->setActiveAction(w.actionOf("Print"));
+        QTest::keyClick(file, Qt::Key_F1);
+        QCOMPARE(w.shell().help.opened(), (std::vector<int>{1500, 2100}));
+        QVERIFY(!file->isVisible());
     }
 
     void splashShowsANameOverACurve()
