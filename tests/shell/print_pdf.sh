@@ -27,6 +27,8 @@ od -An -tu1 -v "$tmp/page.pgm" |
     awk '{ for (i = 1; i <= NF; i++) { n++; if ($i < 200) k++ } } END { exit !(k > 0.02 * n) }'
 check "the page is not blank" $?
 pdffonts "$tmp/out.pdf" | grep -q 'yes'; check "text is type, not a picture" $?
+[ "$(pdfimages -list "$tmp/out.pdf" | tail -n +3 | wc -l)" -eq 0 ]
+check "the page holds no pictures: everything is lines and type" $?
 
 "$program" --print-pdf "$tmp/d.pdf" "$tmp/nodesign.qmf" 2> "$tmp/err"; rc=$?
 [ "$rc" -eq 1 ] && [ "$(wc -l < "$tmp/err" | tr -d ' ')" -ge 1 ]; check "a design it can't open fails with a reason" $?
