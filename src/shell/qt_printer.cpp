@@ -4,6 +4,7 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QSaveFile>
 
 #include <algorithm>
 
@@ -45,12 +46,16 @@ int QtPrinter::showPrintDialog()
     painter_.reset();
     printer_.reset();
     pdf_.reset();
+    pdfFile_.reset();
     device_ = nullptr;
     pages_ = 0;
     failure_.clear();
     if (!pdfPath_.isEmpty()) {
         // A file needs no printer: the writer asks no print system for one.
-        pdf_ = std::make_unique<QPdfWriter>(pdfPath_);
+        pdfFile_ = std::make_unique<QSaveFile>(pdfPath_);
+        if (!pdfFile_->open(QIODevice::WriteOnly))
+            fail(QStringLiteral("the file can't be written: ") + pdfFile_->errorString());
+        pdf_ = std::make_unique<QPdfWriter>(pdfFile_.get());
         pdf_->setResolution(kPageDotsPerInch);
         pdf_->setTitle(QStringLiteral("Quellmark"));
         pdf_->setCreator(QStringLiteral("Quellmark"));
@@ -96,9 +101,20 @@ void QtPrinter::printForm()
 
 void QtPrinter::endDocument()
 {
-    if (painter_ && painter_->isActive() && !painter_->end())
-        fail(QStringLiteral("the printer could not finish the document"));
+    const bool ended = !painter_ || !painter_->isActive() || painter_->end();
     painter_.reset();
+    if (pdfFile_) {
+        // A file is written whole or not at all: a failed job leaves any
+        // earlier file as it was.
+        if (ended && failure_.isEmpty() && pages_ > 0) {
+            if (!pdfFile_->commit())
+                fail(QStringLiteral("the file can't be written: ") + pdfFile_->errorString());
+        } else {
+            pdfFile_->cancelWriting();
+        }
+        pdfFile_.reset();
+    }
+    if (!ended) fail(QStringLiteral("the printer could not finish the document"));
 }
 
 } // namespace qm

@@ -15,6 +15,7 @@ class QPagedPaintDevice;
 class QPainter;
 class QPdfWriter;
 class QPrinter;
+class QSaveFile;
 
 namespace qm {
 
@@ -50,6 +51,7 @@ class QtPrinter : public Printer
     QString pdfPath_;
     int pdfCopies_ = 1;
     std::unique_ptr<QPrinter> printer_;
+    std::unique_ptr<QSaveFile> pdfFile_; ///< replaces the file only when the document is whole
     std::unique_ptr<QPdfWriter> pdf_;
     QPagedPaintDevice* device_ = nullptr; ///< the printer or the PDF file
     std::unique_ptr<QPainter> painter_;

@@ -33,6 +33,8 @@ check "the page holds no pictures: everything is lines and type" $?
 "$program" --print-pdf "$tmp/d.pdf" "$tmp/nodesign.qmf" 2> "$tmp/err"; rc=$?
 [ "$rc" -eq 1 ] && [ "$(wc -l < "$tmp/err" | tr -d ' ')" -ge 1 ]; check "a design it can't open fails with a reason" $?
 [ ! -e "$tmp/d.pdf" ]; check "and writes no file" $?
+"$program" --print-pdf "$tmp/no/such/folder/x.pdf" 2> "$tmp/err"; rc=$?
+[ "$rc" -eq 1 ] && grep -q "can't be written" "$tmp/err"; check "an unwritable file fails with a reason" $?
 "$program" --print-pdf > /dev/null 2>&1; [ $? -eq 2 ]; check "--print-pdf without a file exits 2" $?
 QT_QPA_PLATFORM=offscreen "$program" --bogus > /dev/null 2>&1; [ $? -eq 2 ]; check "unknown option exits 2" $?
 
