@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <functional>
 #include <map>
 
 namespace qm {
 
 namespace {
+
+constexpr long kMaxCopies = 99;
 
 std::string lower(std::string s)
 {
@@ -101,6 +104,23 @@ const std::map<std::string, Handler>& valueOptions()
          [](CommandLine& cl, const std::string& v) {
              auto [n, t] = splitAssignment("--mouse", v);
              addAction(cl, {ActionKind::Mouse, n, t});
+         }},
+        {"--f1",
+         [](CommandLine& cl, const std::string& v) {
+             addAction(cl, {ActionKind::HelpKey, v, ""});
+         }},
+        {"--answer-print",
+         [](CommandLine& cl, const std::string& v) {
+             char* end = nullptr;
+             const long copies = std::strtol(v.c_str(), &end, 10);
+             if (v.empty() || *end != '\0' || copies < 0 || copies > kMaxCopies)
+                 throw UsageError("--answer-print takes a number of copies from 0 to 99");
+             cl.printAnswers.push_back(static_cast<int>(copies));
+         }},
+        {"--settings",
+         [](CommandLine& cl, const std::string& v) {
+             if (v.empty()) throw UsageError("--settings needs a file");
+             cl.settingsFile = v;
          }},
         {"--family", [](CommandLine& cl, const std::string& v) { addAction(cl, familyAction(v)); }},
         {"--poles",
@@ -234,8 +254,10 @@ Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --dblclick NAME[=X,Y]  double-click (at X, Y twips): press and click first,
                        then the double click
   --mouse NAME=X,Y     press the mouse on the control at X, Y twips, then click
+  --f1 NAME            press F1 on the control (help on its topic)
   A control of a window beside the design screen is WINDOW.NAME, e.g. the
-  custom pole entry (a double click on FnInput(ROW)): PolePairEntry.Text1.
+  custom pole entry (a double click on FnInput(ROW)): PolePairEntry.Text1,
+  or the about window: --click AboutQuellmark.Ok.
 
 Design settings (each is one of the actions above):
   --family NAME        butterworth, bessel, chebychev, linear-phase-0.05,
@@ -258,6 +280,7 @@ Design settings (each is one of the actions above):
 Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
   --answer yes|no      the next Yes/No question; an unanswered one is No
+  --answer-print N     the next print dialog prints N copies (0: Cancel)
 
 Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
@@ -266,6 +289,7 @@ Output:
   --json               every control as JSON, with the message boxes raised
   --show NAME          print only this control (repeatable)
   --decimal-separator C  '.' or ',' instead of the locale's
+  --settings PATH      keep the settings in the INI file PATH (else in memory)
   --help               this text
 
 Exit status: 0 done, 2 a bad option or control name.

@@ -33,6 +33,8 @@ struct CommandLine
         std::string path;
     };
     std::vector<OwnAnswer> ownAnswers;
+    std::vector<int> printAnswers; ///< copies from the print dialogs; 0 cancels
+    std::string settingsFile;      ///< INI file of the settings; empty keeps them in memory
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -79,7 +79,9 @@ void appendControl(std::string& out, const Control& c)
     if (c.kind == ControlKind::Line)
         out += ", \"x1\": " + std::to_string(c.x1) + ", \"y1\": " + std::to_string(c.y1) +
                ", \"x2\": " + std::to_string(c.x2) + ", \"y2\": " + std::to_string(c.y2);
-    out += ", \"backColor\": \"" + colorText(c.backColor) + "\"}";
+    out += ", \"backColor\": \"" + colorText(c.backColor) + "\"";
+    out += ", \"helpContext\": " + std::to_string(c.helpContext);
+    out += "}";
 }
 
 } // namespace
@@ -112,7 +114,11 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
         out += "{\"title\": \"" + jsonEscape(m.title) + "\", \"text\": \"" + jsonEscape(m.text) +
                "\"}";
     }
-    out += "\n]}\n";
+    out += "\n], \"help\": [";
+    for (std::size_t k = 0; k < platform.helpOpened.size(); ++k)
+        out += (k ? ", " : "") + std::to_string(platform.helpOpened[k]);
+    out += "], \"printed\": " + std::to_string(platform.pageOrientations.size());
+    out += "}\n";
     return out;
 }
 

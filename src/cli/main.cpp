@@ -3,6 +3,7 @@
 #include "cli/json_writer.h"
 #include "cli/scripted_actions.h"
 #include "design/cycle.h"
+#include "files/ini_settings.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 
@@ -38,6 +39,9 @@ int main(int argc, char** argv)
             return 0;
         }
         qm::RecordingPlatform platform;
+        qm::IniSettings iniSettings(cl.settingsFile);
+        if (!cl.settingsFile.empty()) platform.settings = &iniSettings;
+        platform.printAnswers.assign(cl.printAnswers.begin(), cl.printAnswers.end());
         qm::PlatformServices services = platform.services();
         services.decimalSeparator = cl.decimalSeparator;
         platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());

@@ -1,6 +1,7 @@
 #include "design/cycle.h"
 #include "numbers/eng_text.h"
 #include "numbers/number_text.h"
+#include "screen/about_window.h"
 #include "screen/quellmark_form.h"
 
 namespace qm {
@@ -13,11 +14,14 @@ char separatorOf(const QuellmarkForm& f)
                                                : localeDecimalSeparator();
 }
 
-/// The first load of the window: separator, and no recalculation from the
-/// handlers until the first design is in place.
+/// The first load of the window: separator, the about window when the
+/// setting asks for it, and no recalculation from the handlers until the
+/// first design is in place.
 void Form_Load(QuellmarkForm& f)
 {
     f.decSep = separatorOf(f);
+    f.showAboutSetting = readShowAboutSetting(f);
+    if (f.showAboutSetting) ShowAboutWindow(f);
     f.suppressUpdate = -1;
     f.formLoaded = true;
 }

@@ -1,7 +1,9 @@
 #include "screen/event_table.h"
 
 #include "screen/pole_pair_entry.h"
+#include "files/printing.h"
 #include "screen/quellmark_form.h"
+#include "screen/shell_menus.h"
 
 namespace qm {
 
@@ -12,6 +14,8 @@ void registerFormHandlers(QuellmarkForm& form)
     registerSectionEntryHandlers(form);
     addPolePairEntry(form);
     registerChartHandlers(form);
+    registerPrintHandlers(form);
+    registerShellHandlers(form);
 }
 
 } // namespace qm

@@ -4,6 +4,7 @@
 // which answers from a script and remembers what was asked.
 #include "screen/control.h"
 
+#include <stdexcept>
 #include <string>
 
 namespace qm {
@@ -66,6 +67,52 @@ class FileTest
     virtual bool fileExists(const std::string& path) = 0;
 };
 
+/// Why a print job stopped: Cancel in the print dialog, or the printer.
+class PrintFailure : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The printer's page orientation values.
+constexpr int kPortrait = 1;
+constexpr int kLandscape = 2;
+
+/// The printer and its dialog. Every operation may throw PrintFailure.
+class Printer
+{
+  public:
+    virtual ~Printer() = default;
+    /// Shows the print dialog and returns the number of copies chosen;
+    /// Cancel throws PrintFailure.
+    virtual int showPrintDialog() = 0;
+    virtual void setOrientation(int orientation) = 0;
+    /// Renders the window's client area, its controls and what is drawn on
+    /// its background, as one page of the document.
+    virtual void printForm() = 0;
+    virtual void endDocument() = 0;
+};
+
+/// The per-user settings store: text values by application, section, key.
+class SettingsStore
+{
+  public:
+    virtual ~SettingsStore() = default;
+    /// The stored text, or `fallback` when nothing is stored.
+    virtual std::string getSetting(const std::string& app, const std::string& section,
+                                   const std::string& key, const std::string& fallback) = 0;
+    virtual void saveSetting(const std::string& app, const std::string& section,
+                             const std::string& key, const std::string& value) = 0;
+};
+
+/// Opens the help on the topic of a context number; 0 is the contents.
+class HelpViewer
+{
+  public:
+    virtual ~HelpViewer() = default;
+    virtual void showHelp(int context) = 0;
+};
+
 /// Everything the design screen asks of its platform. The pointers are
 /// borrowed and must outlive the form.
 struct PlatformServices
@@ -76,6 +123,9 @@ struct PlatformServices
     DrawingSurface* background = nullptr; ///< the window's own background
     FileDialogs* dialogs = nullptr;
     FileTest* files = nullptr;
+    Printer* printer = nullptr;
+    SettingsStore* settings = nullptr;
+    HelpViewer* help = nullptr;
     /// The locale's decimal separator; '\0' takes it from the C++ locale.
     char decimalSeparator = '\0';
 };

@@ -42,9 +42,58 @@ bool RecordingPlatform::fileExists(const std::string& path)
     return std::filesystem::is_regular_file(path, ec);
 }
 
+int RecordingPlatform::showPrintDialog()
+{
+    ++printDialogs;
+    const int copies = printAnswers.empty() ? 0 : printAnswers.front();
+    if (!printAnswers.empty()) printAnswers.pop_front();
+    if (copies <= 0) throw PrintFailure("the print dialog was cancelled");
+    return copies;
+}
+
+void RecordingPlatform::setOrientation(int o)
+{
+    orientation = o;
+}
+
+void RecordingPlatform::printForm()
+{
+    if (failAtPage == static_cast<int>(pageOrientations.size()) + 1)
+        throw PrintFailure("the printer stopped");
+    if (onPage) onPage();
+    pageOrientations.push_back(orientation);
+}
+
+void RecordingPlatform::endDocument()
+{
+    ++documentsEnded;
+}
+
+void RecordingPlatform::showHelp(int context)
+{
+    helpOpened.push_back(context);
+}
+
+std::string MemorySettings::getSetting(const std::string& app, const std::string& section,
+                                       const std::string& key, const std::string& fallback)
+{
+    auto it = values.find(app + "/" + section + "/" + key);
+    return it == values.end() ? fallback : it->second;
+}
+
+void MemorySettings::saveSetting(const std::string& app, const std::string& section,
+                                 const std::string& key, const std::string& value)
+{
+    values[app + "/" + section + "/" + key] = value;
+}
+
 PlatformServices RecordingPlatform::services()
 {
-    return {this, this, &graph, &background, this, this};
+    PlatformServices s{this, this, &graph, &background, this, this};
+    s.printer = this;
+    s.settings = settings;
+    s.help = this;
+    return s;
 }
 
 } // namespace qm

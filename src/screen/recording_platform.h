@@ -5,6 +5,8 @@
 #include "screen/platform.h"
 
 #include <deque>
+#include <functional>
+#include <map>
 #include <vector>
 
 namespace qm {
@@ -46,10 +48,25 @@ struct RecordedDialog
     FileDialogRequest request;
 };
 
+/// Settings kept in memory for one run: nothing reaches the user's own.
+class MemorySettings : public SettingsStore
+{
+  public:
+    std::string getSetting(const std::string& app, const std::string& section,
+                           const std::string& key, const std::string& fallback) override;
+    void saveSetting(const std::string& app, const std::string& section, const std::string& key,
+                     const std::string& value) override;
+
+    /// "app/section/key" to value.
+    std::map<std::string, std::string> values;
+};
+
 class RecordingPlatform : public MessageBoxes,
                           public BusyPointer,
                           public FileDialogs,
-                          public FileTest
+                          public FileTest,
+                          public Printer,
+                          public HelpViewer
 {
   public:
     RecordingPlatform();
@@ -61,6 +78,15 @@ class RecordingPlatform : public MessageBoxes,
     std::string showFileDialog(FileDialogKind kind, const FileDialogRequest& request) override;
     /// Asks the real file system.
     bool fileExists(const std::string& path) override;
+    /// Answers with the next scripted number of copies; 0 or a dry script
+    /// is Cancel.
+    int showPrintDialog() override;
+    void setOrientation(int orientation) override;
+    /// Records a page with the orientation it was given, after `onPage`
+    /// has seen the form; the page numbered `failAtPage` fails instead.
+    void printForm() override;
+    void endDocument() override;
+    void showHelp(int context) override;
 
     /// The services to hand to a form.
     PlatformServices services();
@@ -71,6 +97,18 @@ class RecordingPlatform : public MessageBoxes,
     std::vector<RecordedDialog> dialogs;
     /// Paths the file dialogs return, taken in order; an empty one cancels.
     std::deque<std::string> fileAnswers;
+    /// Copies the print dialogs return, taken in order.
+    std::deque<int> printAnswers;
+    int printDialogs = 0;
+    int orientation = kPortrait;
+    std::vector<int> pageOrientations; ///< one per page printed
+    int documentsEnded = 0;
+    int failAtPage = 0; ///< 1-based; 0 never fails
+    std::function<void()> onPage;
+    std::vector<int> helpOpened; ///< context numbers, in order
+    MemorySettings memorySettings;
+    /// The store handed to a form: memorySettings unless set to another.
+    SettingsStore* settings = &memorySettings;
     bool busy = false;
     int busyCount = 0;
     RecordingSurface graph;

@@ -1,6 +1,7 @@
 #include "screen/user_actions.h"
 
 #include "screen/quellmark_form.h"
+#include "screen/shell_menus.h"
 
 #include <cstdlib>
 
@@ -129,6 +130,10 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
     case ActionKind::DblClick:
         mouseOn(form, c, action.text.empty() ? EventArgs{} : pointAt(c, action.text));
         form.raise(c.name, FormEvent::DblClick);
+        break;
+    case ActionKind::HelpKey:
+        if (c.kind != ControlKind::Menu && c.kind != ControlKind::Label) form.moveFocus(c.name);
+        pressF1(form, c.name);
         break;
     case ActionKind::Check:
     case ActionKind::Uncheck: {

@@ -18,7 +18,8 @@ class ActionError : public std::runtime_error
 /// Mouse is a press at `text` = "X,Y" twips followed by its click; DblClick is
 /// the whole double click: press and click first, as the toolkit sends them,
 /// at `text` = "X,Y" or at 0,0 when it is empty.
-enum class ActionKind { Type, Enter, Select, Click, Check, Uncheck, Mouse, DblClick };
+/// HelpKey is F1 on the control: in focus, or highlighted for a menu entry.
+enum class ActionKind { Type, Enter, Select, Click, Check, Uncheck, Mouse, DblClick, HelpKey };
 
 struct UserAction
 {

@@ -1,16 +1,54 @@
 // quellmark: the design screen in a window.
+#include "shell/launch_options.h"
 #include "shell/main_window.h"
+#include "shell/shell_services.h"
 #include "shell/shell_style.h"
+#include "shell/splash.h"
 
 #include <QApplication>
 
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int kSplashMilliseconds = 1000;
+constexpr int kExitUsage = 2;
+
+} // namespace
+
 int main(int argc, char** argv)
 {
-    QApplication app(argc, argv);
+    // A print run shows nothing, so it needs no display.
+    std::vector<char*> args(argv, argv + argc);
+    char platformOption[] = "-platform";
+    char offscreen[] = "offscreen";
+    if (qm::wantsBatchPrint(argc, argv)) {
+        args.push_back(platformOption);
+        args.push_back(offscreen);
+    }
+    int count = static_cast<int>(args.size());
+    args.push_back(nullptr);
+    QApplication app(count, args.data());
     QApplication::setApplicationName(QStringLiteral("Quellmark"));
     qm::applyShellStyle(app);
+    const qm::LaunchOptions options = qm::parseLaunchOptions(QApplication::arguments().mid(1));
+    if (!options.error.isEmpty()) {
+        std::fprintf(stderr, "quellmark: %s\n", qPrintable(options.error));
+        return kExitUsage;
+    }
+    if (!options.printPdf.isEmpty()) return qm::runBatchPrint(options);
+    qm::showSplash(kSplashMilliseconds);
     qm::MainWindow window;
+    if (options.settingsFile.isEmpty())
+        window.shell().settings.useUserSettings();
+    else
+        window.shell().settings.useFile(options.settingsFile);
     window.start();
+    if (!options.design.isEmpty()) {
+        const QString failure = qm::openDesignFile(window.form(), options.design);
+        if (!failure.isEmpty()) std::fprintf(stderr, "quellmark: %s\n", qPrintable(failure));
+    }
     window.show();
     return QApplication::exec();
 }

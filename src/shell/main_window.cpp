@@ -1,10 +1,12 @@
 #include "shell/main_window.h"
 
 #include "design/cycle.h"
+#include "shell/about_dialog.h"
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
 #include "shell/side_window.h"
+#include "shell/shell_services.h"
 #include "shell/twips.h"
 
 #include <QAction>
@@ -21,6 +23,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
 {
     platform_.setParentWidget(this);
     buildWidgets();
+    shell_ = new ShellServices(*this);
     buildMenus();
     applyTabOrder();
     layout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -367,7 +370,10 @@ void MainWindow::focusMovedTo(QWidget* now)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    // The program ends with no question and writes nothing.
+    // The program ends with no question and writes nothing; the windows
+    // beside the design screen go with it.
+    if (HelpWindow* help = shell_->help.window()) help->close();
+    shell_->about()->hide();
     event->accept();
 }
 

@@ -22,6 +22,7 @@ namespace qm {
 class ChartView;
 class FormCanvas;
 class SideWindow;
+class ShellServices;
 
 class MainWindow : public QMainWindow, private ControlEvents
 {
@@ -42,6 +43,10 @@ class MainWindow : public QMainWindow, private ControlEvents
     SideWindow* sideWindow(std::string_view window) const;
     ChartView* chart() const { return chart_; }
     FormCanvas* canvas() const { return canvas_; }
+    /// Printer, settings, help and the about window.
+    ShellServices& shell() { return *shell_; }
+    /// Where the widgets of other windows send what the user does.
+    ControlEvents& controlEvents() { return *this; }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
@@ -86,6 +91,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     QuellmarkForm form_;
     FormCanvas* canvas_ = nullptr;
     ChartView* chart_ = nullptr;
+    ShellServices* shell_ = nullptr;
     std::vector<Binding> bindings_;
     std::vector<SideWindow*> sideWindows_;
     std::vector<const Binding*> tabOrder_;

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QPaintEngine>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
@@ -51,7 +53,40 @@ class CompactStyle : public QProxyStyle
         return QProxyStyle::subControlRect(control, option, sub, widget);
     }
 
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override
+    {
+        // The platform style paints a list's box through a picture cache,
+        // which paper would show blurred; on a printed page it is drawn as
+        // lines.
+        if (control == CC_ComboBox && painter->paintEngine() &&
+            painter->paintEngine()->type() == QPaintEngine::Pdf) {
+            drawPrintedComboBox(option, painter, widget);
+            return;
+        }
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+
   private:
+    void drawPrintedComboBox(const QStyleOptionComplex* option, QPainter* painter,
+                             const QWidget* widget) const
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
+        painter->setBrush(option->palette.color(QPalette::Button));
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        const QRectF arrow = subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget);
+        const QPointF c = arrow.center();
+        constexpr double kHalf = 3.0;
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(option->palette.color(QPalette::ButtonText));
+        painter->drawPolygon(QPolygonF({QPointF(c.x() - kHalf, c.y() - kHalf / 2),
+                                        QPointF(c.x() + kHalf, c.y() - kHalf / 2),
+                                        QPointF(c.x(), c.y() + kHalf / 2)}));
+        painter->restore();
+    }
+
     static constexpr int kIndicator = 12;
     static constexpr int kIndicatorSpacing = 4;
     static constexpr int kArrow = 13;

@@ -6,6 +6,7 @@
 #include "shell/main_window.h"
 #include "shell/schematic_view.h"
 #include "shell/side_window.h"
+#include "shell/shell_services.h"
 #include "shell/twips.h"
 
 #include <QAction>
@@ -151,6 +152,13 @@ void MainWindow::syncMenus()
 void MainWindow::syncWindow()
 {
     setWindowTitle(QString::fromStdString(form_.Form.text));
+    // Controls in the form's own colour follow the form, white for paper.
+    const QColor ground = qtColor(form_.Form.backColor, palette());
+    if (canvas_->palette().color(QPalette::Window) != ground) {
+        QPalette pal = canvas_->palette();
+        pal.setColor(QPalette::Window, ground);
+        canvas_->setPalette(pal);
+    }
     const int height = form_.Form.height;
     if (height != shownHeight_) {
         shownHeight_ = height;
@@ -171,6 +179,7 @@ void MainWindow::syncFromModel()
         side->syncFromModel();
     chart_->refresh();
     canvas_->refresh();
+    if (shell_) shell_->syncFromModel();
     syncing_ = wasSyncing;
 }
 

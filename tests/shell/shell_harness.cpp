@@ -1,6 +1,7 @@
 #include "shell_harness.h"
 
 #include "design/cycle.h"
+#include "shell/shell_services.h"
 #include "shell/twips.h"
 
 #include <QAbstractItemView>
@@ -15,6 +16,8 @@ namespace qm::test {
 
 StartedWindow::StartedWindow()
 {
+    // The about window stays away: these tests are about the design screen.
+    window.shell().settings.saveSetting("Quellmark", "ShowAbout", "Value", "False");
     window.start();
     window.show();
     if (!QTest::qWaitForWindowActive(&window)) qWarning("the window didn't become active");
@@ -22,6 +25,7 @@ StartedWindow::StartedWindow()
 
 HeadlessTwin::HeadlessTwin() : form(platform.services())
 {
+    platform.memorySettings.values["Quellmark/ShowAbout/Value"] = "False";
     form.runGuarded([this] { Form_Initialize(form); });
     form.moveFocus("RespF");
 }

@@ -1,0 +1,105 @@
+#include "shell/launch_options.h"
+
+#include "shell/main_window.h"
+#include "shell/shell_services.h"
+
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstring>
+
+namespace qm {
+
+namespace {
+
+constexpr int kPrinted = 0;
+constexpr int kFailed = 1;
+
+/// A run without a window has no one to answer a message box: each message
+/// goes to the error output, and a question is answered No.
+class ReportedMessages : public MessageBoxes
+{
+  public:
+    MessageAnswer showMessage(const std::string& text, const std::string& title,
+                              MessageButtons buttons, MessageIcon) override
+    {
+        ++count;
+        std::fprintf(stderr, "quellmark: %s: %s\n", title.c_str(), text.c_str());
+        return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Ok;
+    }
+    int count = 0;
+};
+
+void report(const QString& text)
+{
+    std::fprintf(stderr, "quellmark: %s\n", qPrintable(text));
+}
+
+} // namespace
+
+QString openDesignFile(QuellmarkForm&, const QString&)
+{
+    // Opening a design file joins the design files' reader; until then the
+    // request is refused with a reason.
+    return QStringLiteral("opening a design file is not available");
+}
+
+LaunchOptions parseLaunchOptions(const QStringList& args)
+{
+    LaunchOptions o;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& a = args[i];
+        if (a == QLatin1String("--print-pdf") || a == QLatin1String("--settings")) {
+            if (i + 1 >= args.size()) {
+                o.error = a + QStringLiteral(" needs a file");
+                return o;
+            }
+            (a == QLatin1String("--print-pdf") ? o.printPdf : o.settingsFile) = args[++i];
+        } else if (a.startsWith(QLatin1String("-"))) {
+            o.error = QStringLiteral("unknown option '%1'").arg(a);
+            return o;
+        } else if (o.design.isEmpty()) {
+            o.design = a;
+        } else {
+            o.error = QStringLiteral("unexpected argument '%1'").arg(a);
+            return o;
+        }
+    }
+    return o;
+}
+
+bool wantsBatchPrint(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--print-pdf") == 0) return true;
+    return false;
+}
+
+int runBatchPrint(const LaunchOptions& options)
+{
+    MainWindow window;
+    ReportedMessages messages;
+    window.form().platform.messages = &messages;
+    if (!options.settingsFile.isEmpty()) window.shell().settings.useFile(options.settingsFile);
+    window.start();
+    if (!options.design.isEmpty()) {
+        const QString failure = openDesignFile(window.form(), options.design);
+        if (!failure.isEmpty() || messages.count > 0) {
+            if (!failure.isEmpty())
+                report(QFileInfo(options.design).fileName() + QStringLiteral(": ") + failure);
+            return kFailed;
+        }
+    }
+    QtPrinter& printer = window.shell().printer;
+    printer.printToPdfFile(options.printPdf);
+    window.controlEvents().userEvent(window.form().Print.name, FormEvent::Click);
+    if (!printer.lastFailure().isEmpty() || printer.pagesPrinted() != 1) {
+        report(options.printPdf + QStringLiteral(": ") +
+               (printer.lastFailure().isEmpty() ? QStringLiteral("nothing was printed")
+                                                : printer.lastFailure()));
+        return kFailed;
+    }
+    return kPrinted;
+}
+
+} // namespace qm

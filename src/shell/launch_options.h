@@ -1,0 +1,33 @@
+#pragma once
+// The options of the program quellmark: a run that prints a design to a PDF
+// file and ends, and the settings file of the run.
+#include <QString>
+#include <QStringList>
+
+namespace qm {
+
+struct LaunchOptions
+{
+    QString printPdf;     ///< --print-pdf OUT.pdf: print and end, no window
+    QString design;       ///< a design file to open at the start
+    QString settingsFile; ///< --settings PATH: INI file instead of the user's store
+    QString error;        ///< why the options were refused; empty when fine
+};
+
+/// Reads the arguments after the program's name.
+LaunchOptions parseLaunchOptions(const QStringList& args);
+
+class QuellmarkForm;
+
+/// Opens the design file `path` on the form; the reason when it couldn't.
+QString openDesignFile(QuellmarkForm& form, const QString& path);
+
+/// Whether the arguments ask for a run without a window.
+bool wantsBatchPrint(int argc, char** argv);
+
+/// Prints one page of the design (the default, or `options.design`) into
+/// `options.printPdf` through the window's own printing, with no window or
+/// dialog shown. Returns the exit status: 0 printed, 1 failed.
+int runBatchPrint(const LaunchOptions& options);
+
+} // namespace qm
