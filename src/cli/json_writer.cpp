@@ -1,5 +1,6 @@
 #include "cli/json_writer.h"
 
+#include "cli/design_json.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 
@@ -90,7 +91,8 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
         out += "{\"title\": \"" + jsonEscape(m.title) + "\", \"text\": \"" + jsonEscape(m.text) +
                "\"}";
     }
-    out += "\n]}\n";
+    out += "\n],\n\"design\": " + designAsJson(form);
+    out += "}\n";
     return out;
 }
 
