@@ -80,10 +80,10 @@ Realised sallenKey(const Parts& p, bool highPass)
 Realised realStage(const Parts& p, bool highPass, bool differential)
 {
     if (!differential) return {1 / (p.at("R1") * p.at("C1")), 0, 1};
-    // The differential stage's pole sits in its feedback pair: R2 with C1
-    // in low-pass, R1 with C2 in high-pass, where C1 is the input part.
-    if (!highPass) return {1 / (p.at("R2") * p.at("C1")), 0, p.at("R2") / p.at("R1")};
-    return {1 / (p.at("R1") * p.at("C2")), 0, p.at("C1") / p.at("C2")};
+    // The differential stage's pole sits in its feedback pair: R1' with C1
+    // in low-pass, R1 with C1' in high-pass, where C1 is the input part.
+    if (!highPass) return {1 / (p.at("R1'") * p.at("C1")), 0, p.at("R1'") / p.at("R1")};
+    return {1 / (p.at("R1") * p.at("C1'")), 0, p.at("C1") / p.at("C1'")};
 }
 
 /// Fn in the design's passband: a high-pass section's denominator is that of

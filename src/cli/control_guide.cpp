@@ -172,6 +172,7 @@ std::string fromKind(const Control& c)
 
 std::string kindName(const Control& c)
 {
+    if (c.name == "Form") return "window";
     switch (c.kind) {
     case ControlKind::Label:
         return "label";

@@ -164,7 +164,7 @@ void keepSectionResult(QuellmarkForm& f, int j)
         r.parts.push_back({name, valueOf(f, j, p.part, highPass)});
         // The differential real stage's feedback twin of its input part.
         if (differentialReal && p.part == Part::R1)
-            r.parts.push_back({highPass ? "C2" : "R2", r.parts.back().value});
+            r.parts.push_back({highPass ? "C1'" : "R1'", r.parts.back().value});
         PartSensitivity s = measure(f, j, p.part, real);
         s.name = name;
         r.sensitivities.push_back(s);

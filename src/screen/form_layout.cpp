@@ -469,11 +469,10 @@ void sectionRow(FormControls& f, int i)
     f.SecLabel[i].bold = true;
     // First places of the labels the cycle moves: those of the
     // multiple-feedback picture.
-    // R1 stands at the input of every picture; its label ends above it,
-    // clear of the label of C1 of the picture before.
-    valueLabel(f.R1[i], left - 80, top + 510);
-    f.R1[i].width = 500;
-    f.R1[i].alignment = kAlignRight;
+    // R1 stands at the input of every picture; its label starts above it,
+    // right of the line that comes into the picture from above.
+    valueLabel(f.R1[i], left + 10, top + 450);
+    f.R1[i].width = 440;
     valueLabel(f.R2[i], left + 900, top - 170);
     valueLabel(f.R3[i], left + 550, top + 450);
     valueLabel(f.R4[i], left + 1320, top + 1130);

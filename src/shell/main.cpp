@@ -8,9 +8,11 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quellmark"));
+    QApplication::setOrganizationName(QStringLiteral("Quellmark"));
     qm::applyShellStyle(app);
     qm::MainWindow window;
     window.start();
+    window.readSettings();
     window.show();
     return QApplication::exec();
 }

@@ -9,20 +9,22 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QLayout>
 #include <QMenuBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace qm {
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.services())
 {
     platform_.setParentWidget(this);
+    // A new window starts at the screen's own size.
+    setScreenScale(1.0);
     buildWidgets();
     buildMenus();
     applyTabOrder();
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    stage_->onResize = [this] { fitToStage(); };
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { focusMovedTo(now); });
     syncFromModel();
@@ -114,8 +116,9 @@ std::vector<int> valueTableColumns()
 
 void MainWindow::buildWidgets()
 {
-    canvas_ = new FormCanvas(form_, platform_.background, *this, this);
-    setCentralWidget(canvas_);
+    stage_ = new ScreenStage(this);
+    canvas_ = new FormCanvas(form_, platform_.background, *this, stage_);
+    setCentralWidget(stage_);
     bindings_.reserve(form_.all().size());
     for (int layer = 0; layer < kLayers; ++layer) {
         for (Control* c : form_.all()) {
@@ -201,8 +204,8 @@ Qt::Alignment alignmentOf(const Control& c)
 
 void MainWindow::styleWidget(const Control& c, QWidget* w)
 {
-    QFont font = w->font();
-    if (c.fontSize > 0) font.setPointSizeF(c.fontSize);
+    QFont font = QApplication::font();
+    font.setPointSizeF((c.fontSize > 0 ? c.fontSize : font.pointSizeF()) * screenScale());
     font.setBold(c.bold);
     if (isInResultsTable(c)) font.setStretch(QFont::SemiCondensed);
     w->setFont(font);
@@ -210,7 +213,7 @@ void MainWindow::styleWidget(const Control& c, QWidget* w)
         label->setWrap(c.multiLine);
         label->setAlignment(alignmentOf(c));
         if (isSchematicValue(c)) label->setHalo(palette().color(QPalette::Base));
-        if (&c == &form_.Prompt) label->setMargin(6);
+        if (&c == &form_.Prompt) label->setMargin(static_cast<int>(std::lround(scaledPx(6))));
         if (isValueTableLine(c)) label->setColumns(valueTableColumns());
     }
     if (auto* entry = dynamic_cast<EntryBox*>(w)) {
@@ -343,7 +346,9 @@ void MainWindow::focusMovedTo(QWidget* now)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    // The program ends with no question and writes nothing.
+    // The program ends with no question; of the design it writes nothing,
+    // only where the window stood.
+    writeSettings();
     event->accept();
 }
 

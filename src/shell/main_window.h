@@ -22,6 +22,18 @@ namespace qm {
 class ChartView;
 class FormCanvas;
 
+/// The window's client area: the design screen stands in it, centred, at
+/// the scale that fits.
+class ScreenStage : public QWidget
+{
+  public:
+    explicit ScreenStage(QWidget* parent);
+    std::function<void()> onResize;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+};
+
 class MainWindow : public QMainWindow, private ControlEvents
 {
   public:
@@ -44,6 +56,11 @@ class MainWindow : public QMainWindow, private ControlEvents
     void syncFromModel();
     /// User events that reached the form so far.
     int eventsDispatched() const { return eventsDispatched_; }
+
+    /// The window's size and place as the last run left them, and keeping
+    /// them for the next (the per-user settings of the application).
+    void readSettings();
+    void writeSettings() const;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -77,9 +94,14 @@ class MainWindow : public QMainWindow, private ControlEvents
     void syncMenus();
     void syncWindow();
     const Binding* bindingAt(QWidget* w) const;
+    QSizeF screenSizeAtScaleOne() const;
+    void screenHeightChanged();
+    void fitToStage();
+    void rescaleWidgets();
 
     QtPlatform platform_;
     QuellmarkForm form_;
+    ScreenStage* stage_ = nullptr;
     FormCanvas* canvas_ = nullptr;
     ChartView* chart_ = nullptr;
     std::vector<Binding> bindings_;

@@ -15,10 +15,6 @@ namespace qm {
 
 namespace {
 
-/// The window's title and menu bar take this much of the screen's height;
-/// the rest is the client area the controls stand in.
-constexpr int kFrameTwips = 795;
-
 bool sameGeometry(const Control& a, const Control& b)
 {
     return a.left == b.left && a.top == b.top && a.width == b.width && a.height == b.height;
@@ -153,8 +149,7 @@ void MainWindow::syncWindow()
     const int height = form_.Form.height;
     if (height != shownHeight_) {
         shownHeight_ = height;
-        canvas_->setFixedSize(twipsToPxRounded(form_.Form.width),
-                              twipsToPxRounded(height - kFrameTwips));
+        screenHeightChanged();
     }
 }
 
