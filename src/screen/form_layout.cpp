@@ -432,6 +432,7 @@ constexpr int kLineTwoTop = 6325;
 constexpr int kCellWidth = 2150;
 constexpr int kCellGap = 120;
 constexpr int kSingleHeight = 1500;
+constexpr int kSallenKeyHeight = 1650;
 constexpr int kDifferentialHeight = 1750;
 constexpr int kSignalDrop = 720;       ///< signal line below a picture's top
 constexpr int kDifferentialSpan = 600; ///< second signal line below the first
@@ -457,8 +458,11 @@ void sectionRow(FormControls& f, int i)
 {
     const int left = kRowLefts[static_cast<std::size_t>(i)];
     const int top = kRowTops[static_cast<std::size_t>(i)];
-    for (Controls<5>* pictures : {&f.MFBsch, &f.MFBschHP, &f.SK, &f.SKhp, &f.SKg1, &f.SKg1HP})
+    for (Controls<5>* pictures : {&f.MFBsch, &f.MFBschHP})
         place((*pictures)[i], left, top, kCellWidth, kSingleHeight);
+    // A Sallen-Key picture has its gain resistors' names below them.
+    for (Controls<5>* pictures : {&f.SK, &f.SKhp, &f.SKg1, &f.SKg1HP})
+        place((*pictures)[i], left, top, kCellWidth, kSallenKeyHeight);
     // A differential picture reaches over the gap to its neighbour: between
     // differential sections there is no joining line.
     for (Controls<5>* pictures : {&f.FDAsch, &f.FDAschHP})

@@ -178,7 +178,7 @@ Sketch sallenKey(bool unity)
     b.wire({{420, S}, {470, S}, {470, 150}, {1420, 150}});
     b.dot({470, kY});
     b.resistor({650, kY}, false, "R2", Side::Below);
-    const Amplifier& a = b.amplifier({1200, kY - 120}, 450, 480, false, false);
+    const Amplifier& a = b.amplifier({1260, kY - 120}, 450, 480, false, false);
     // Node Y past the end of R2: C1 to ground, clear of C1's value label
     // on its left, and the non-inverting input.
     constexpr double kNodeY = 855;
@@ -189,12 +189,16 @@ Sketch sallenKey(bool unity)
     b.ground({kNodeY, 1180});
     b.capacitor({1600, 150}, false, "C2", Side::Below);
     b.wire({{1780, 150}, {kBusX, 150}, {kBusX, a.output().y()}, a.output()});
+    // The inverting input's line comes down right of C1's name.
     const QPointF minus = a.lowerInput();
+    constexpr double kMinusX = 1200;
     if (unity) {
-        b.wire({minus, {1140, minus.y()}, {1140, 1300}, {kBusX, 1300}, {kBusX, a.output().y()}});
+        b.wire(
+            {minus, {kMinusX, minus.y()}, {kMinusX, 1300}, {kBusX, 1300}, {kBusX, a.output().y()}});
     } else {
-        b.wire({minus, {1140, minus.y()}, {1140, 1400}, {1320, 1400}});
-        b.dot({1140, 1400});
+        b.wire({minus, {kMinusX, minus.y()}, {kMinusX, 1400}});
+        b.wire({{1140, 1400}, {1320, 1400}});
+        b.dot({kMinusX, 1400});
         b.resistor({960, 1400}, false, "R3", Side::Below).setsFrequency = false;
         b.ground({780, 1400});
         b.resistor({1500, 1400}, false, "R4", Side::Below).setsFrequency = false;
@@ -254,7 +258,7 @@ void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double
     b.dot({800, cY});
     b.wire({{800, cY}, {970, cY}});
     // The pair's names stand beyond the output line, level with their parts.
-    constexpr double kNamesX = 1655;
+    constexpr double kNamesX = 1590;
     // The feedback resistor is the input one's equal twin, R1': gain 1, the
     // pole at 1/(R1'·C1).
     Part& r = b.resistor({1150, rY}, false, "R1'", Side::Right);
@@ -263,7 +267,7 @@ void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double
     Part& c = b.capacitor({1150, cY}, false, "C1", Side::Right);
     c.named = upper;
     c.nameX = kNamesX;
-    constexpr double kBus = 1620;
+    constexpr double kBus = 1560;
     b.wire({{1330, rY}, {kBus, rY}});
     b.wire({{1330, cY}, {kBus, cY}});
     b.wire({out, {kBus, out.y()}});

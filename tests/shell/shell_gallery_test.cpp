@@ -76,14 +76,18 @@ Drawn drawingOf(const SchematicView& view, const QString& name, QWidget& window)
     return d;
 }
 
-/// The bounds of a drawing in its own twips.
-QRectF extentOf(const Sketch& s)
+/// The bounds of a drawing in its own twips, names included.
+QRectF extentOf(const SchematicView& view)
 {
+    const Sketch& s = view.sketch();
+    const QFontMetricsF names(view.nameFont());
     QRectF all;
     for (const QPolygonF& w : s.wires)
         all |= w.boundingRect();
-    for (const Part& p : s.parts)
+    for (const Part& p : s.parts) {
         all |= partBody(p);
+        if (p.named) all |= nameRect(p, names);
+    }
     for (const Amplifier& a : s.amplifiers)
         all |= QRectF(a.topLeft, QSizeF(a.width, a.height));
     return all;
@@ -103,7 +107,7 @@ QStringList collisions(MainWindow& w)
         if (!view || !view->isVisibleTo(&w)) continue;
         const QString name = QString::fromStdString(c->name);
         drawings.push_back(drawingOf(*view, name, w));
-        const QRectF extent = extentOf(view->sketch());
+        const QRectF extent = extentOf(*view);
         const QRectF room(0, 0, pxToTwips(view->width()), pxToTwips(view->height()));
         // A pixel's rounding of the box is no cut.
         if (!room.adjusted(0, 0, pxToTwips(1), pxToTwips(1)).contains(extent))
