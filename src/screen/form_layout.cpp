@@ -196,7 +196,7 @@ void settingsFrame(FormControls& f)
     place(f.Frame5, 8325, 15, 3690, 4305);
     placeIn(f.Frame2, "Frame5", 60, 600, 1050, 960);
     placeIn(f.Frame7, "Frame5", 1125, 600, 915, 960);
-    placeIn(f.Frame4, "Frame5", 60, 1545, 1695, 615);
+    placeIn(f.Frame4, "Frame5", 60, 1545, 1740, 615);
     placeIn(f.Frame1, "Frame5", 45, 2235, 1215, 1020);
     placeIn(f.Frame6, "Frame5", 1275, 2130, 2385, 2115);
     placeIn(f.Frame3, "Frame5", 45, 3285, 1215, 960);
@@ -222,7 +222,7 @@ void settingsFrame(FormControls& f)
     placeIn(f.SallenKey, "Frame2", 45, 585, 975, 300);
     placeIn(f.LowPass, "Frame7", 45, 255, 840, 300);
     placeIn(f.High, "Frame7", 45, 585, 840, 300);
-    placeIn(f.TypeFilter, "Frame4", 75, 240, 1545, 300);
+    placeIn(f.TypeFilter, "Frame4", 60, 240, 1620, 300);
     placeIn(f.CompValue, "Frame1", 60, 240, 1110, 390);
     placeIn(f.SensTrue, "Frame1", 60, 660, 1110, 300);
 

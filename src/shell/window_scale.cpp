@@ -20,9 +20,9 @@ namespace {
 /// The window's title and menu bar take this much of the screen's height;
 /// the rest is the client area the controls stand in.
 constexpr int kFrameTwips = 795;
-// Smaller than half its size the screen can't be read; past four times it
-// fills any desktop there is.
-constexpr double kLeastScale = 0.5;
+// Much smaller than its own size the screen's texts no longer fit their
+// places; past four times it fills any desktop there is.
+constexpr double kLeastScale = 0.9;
 constexpr double kGreatestScale = 4.0;
 
 const char* const kGeometryKey = "window/geometry";
