@@ -4,7 +4,9 @@
 // that name instead of dumping its bytes.
 #include <cctype>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
+#include <vector>
 
 namespace qm::test {
 
@@ -32,5 +34,72 @@ struct CaseName
         return testName(info.param.name) + "_" + std::to_string(info.index);
     }
 };
+
+namespace detail {
+
+template <class T> void printValue(std::ostream& os, const T& v)
+{
+    if constexpr (requires { os << v; })
+        os << v;
+    else
+        os << "{...}";
+}
+
+inline void printValue(std::ostream& os, const char* v)
+{
+    if (v)
+        os << '"' << v << '"';
+    else
+        os << "none";
+}
+
+inline void printValue(std::ostream& os, const std::string& v)
+{
+    os << '"' << v << '"';
+}
+
+inline void printValue(std::ostream& os, bool v)
+{
+    os << (v ? "yes" : "no");
+}
+
+template <class A, class B> void printValue(std::ostream& os, const std::pair<A, B>& v)
+{
+    os << '(';
+    printValue(os, v.first);
+    os << ", ";
+    printValue(os, v.second);
+    os << ')';
+}
+
+template <class T> void printValue(std::ostream& os, const std::vector<T>& v)
+{
+    os << '[';
+    for (std::size_t i = 0; i < v.size(); ++i) {
+        if (i) os << ", ";
+        printValue(os, v[i]);
+    }
+    os << ']';
+}
+
+inline void printPairs(std::ostream&, bool) {}
+
+template <class T, class... Rest>
+void printPairs(std::ostream& os, bool first, const char* name, const T& value, const Rest&... rest)
+{
+    os << (first ? "" : ", ") << name << '=';
+    printValue(os, value);
+    printPairs(os, false, rest...);
+}
+
+} // namespace detail
+
+/// "name=value, ..." of a case's fields, for a PrintTo of the case.
+template <class... NamesAndValues> void printFields(std::ostream& os, const NamesAndValues&... nv)
+{
+    os << '{';
+    detail::printPairs(os, true, nv...);
+    os << '}';
+}
 
 } // namespace qm::test
