@@ -88,6 +88,10 @@ class Builder
     Sketch s;
 };
 
+/// Where the outputs of a multiple-feedback section gather, clear of the
+/// value label of C1 beside them.
+constexpr double kBusX = 2140;
+
 /// The input resistor, the node X, and R3 towards the amplifier: the signal
 /// line of a multiple-feedback section at height y. The mirrored lower half
 /// of a differential section (`upper` false) carries no names.
@@ -102,19 +106,17 @@ void multipleFeedbackInput(Builder& b, double y, bool upper)
 }
 
 /// The two feedback paths, C1 from the inverting input and R2 from the node
-/// X, to the output bus at x 2110. `c1Y`, `r2Y` are the heights of the paths.
+/// X, to the output bus. `c1Y`, `r2Y` are the heights of the paths.
 void multipleFeedbackPaths(Builder& b, double y, double c1Y, double r2Y, bool upper)
 {
     b.wire({{1250, y}, {1250, c1Y}, {1420, c1Y}});
     b.capacitor({1600, c1Y}, false, "C1", Side::Above).named = upper;
-    b.wire({{1780, c1Y}, {2110, c1Y}});
-    b.dot({2110, c1Y});
+    b.wire({{1780, c1Y}, {kBusX, c1Y}});
+    b.dot({kBusX, c1Y});
     b.wire({{500, y}, {500, r2Y}, {1000, r2Y}});
     b.resistor({1180, r2Y}, false, "R2", Side::Below).named = upper;
-    b.wire({{1360, r2Y}, {2110, r2Y}});
+    b.wire({{1360, r2Y}, {kBusX, r2Y}});
 }
-
-constexpr double kBusX = 2110;
 
 Sketch multipleFeedback()
 {

@@ -14,6 +14,8 @@
 #include <QLineF>
 #include <QTest>
 
+#include <memory>
+
 using namespace qm;
 using namespace qm::test;
 
@@ -64,6 +66,8 @@ Drawn drawingOf(const SchematicView& view, const QString& name, QWidget& window)
         d.boxes.push_back(box(partBody(p)));
         if (p.named) d.boxes.push_back(box(nameRect(p, names)));
     }
+    for (const QPointF& dot : s.dots)
+        d.boxes.push_back(box(QRectF(dot - QPointF(26, 26), QSizeF(52, 52))));
     for (const Amplifier& a : s.amplifiers) {
         const QPointF bottom(a.topLeft.x(), a.topLeft.y() + a.height);
         d.lines.emplace_back(at(a.topLeft), at(bottom));
@@ -201,7 +205,16 @@ class GalleryTest : public QObject
     {
         applyShellStyle(*qobject_cast<QApplication*>(qApp));
         QVERIFY(QDir().mkpath(QStringLiteral(QUELLMARK_PICTURE_DIR "/gallery")));
+        // One window shows every design in turn. Drawn twice its size, as on
+        // a large display: the gallery is easy to look at, and the checks
+        // hold at a scale as well.
+        started_ = std::make_unique<StartedWindow>();
+        started_->window.resize(started_->window.size() * 2);
+        QCoreApplication::processEvents();
+        QCOMPARE(screenScale(), 2.0);
     }
+
+    void cleanupTestCase() { started_.reset(); }
 
     void everyPictureReadsCleanly_data()
     {
@@ -221,34 +234,39 @@ class GalleryTest : public QObject
         QFETCH(bool, highPass);
         QFETCH(int, poles);
         const CircuitChoice& c = kCircuits[circuit];
-        StartedWindow s;
-        // Drawn twice its size, as on a large display: the gallery is easy to
-        // look at, and the checks hold at a scale as well.
-        s.window.resize(s.window.size() * 2);
-        QCoreApplication::processEvents();
-        QCOMPARE(screenScale(), 2.0);
-        QuellmarkForm& f = s.window.form();
+        MainWindow& w = started_->window;
+        QuellmarkForm& f = w.form();
         auto act = [&f](ActionKind kind, const std::string& control, const std::string& text = {}) {
             applyAction(f, {kind, control, text});
         };
-        // Bessel takes every pole count.
+        // Bessel takes every pole count. With every row open, each takes the
+        // circuit's gain, 1 where it has none.
         act(ActionKind::Select, "TypeFilter", "1");
-        act(ActionKind::Enter, "Text18", std::to_string(poles));
+        act(ActionKind::Click, "LowPass");
+        act(ActionKind::Enter, "Text18", "10");
+        // The differential switch belongs to the multiple-feedback circuit,
+        // and Sallen-Key can't be chosen while it is on.
+        act(ActionKind::Click, "MFBtype");
+        act(c.differential ? ActionKind::Check : ActionKind::Uncheck, "FDAcircuit");
         act(ActionKind::Click, c.option);
-        if (c.differential) act(ActionKind::Check, "FDAcircuit");
+        for (int row = 0; row < 5; ++row)
+            act(ActionKind::Enter, "GainTB(" + std::to_string(row) + ")", *c.gain ? c.gain : "1");
+        act(ActionKind::Enter, "Text18", std::to_string(poles));
         if (highPass) act(ActionKind::Click, "High");
-        for (int row = 0; *c.gain && row < poles / 2; ++row)
-            act(ActionKind::Enter, "GainTB(" + std::to_string(row) + ")", c.gain);
-        QVERIFY(s.window.platform().isBusy() == false);
-        s.window.syncFromModel();
+        QVERIFY(!w.platform().isBusy());
+        w.syncFromModel();
         QCoreApplication::processEvents();
         const QRect sheet = QRect(QPoint(twipsToPxRounded(30), twipsToPxRounded(3855)),
                                   QSize(twipsToPxRounded(7065), twipsToPxRounded(4215)));
-        QVERIFY(s.window.canvas()->grab(sheet).save(
+        QVERIFY(w.canvas()->grab(sheet).save(
             QStringLiteral(QUELLMARK_PICTURE_DIR "/gallery/%1.png").arg(QTest::currentDataTag())));
-        const QStringList found = collisions(s.window);
+        QCOMPARE(screenScale(), 2.0);
+        const QStringList found = collisions(w);
         QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
     }
+
+  private:
+    std::unique_ptr<StartedWindow> started_;
 };
 
 QTEST_MAIN(GalleryTest)
