@@ -45,17 +45,21 @@ template <class T> void printValue(std::ostream& os, const T& v)
         os << "{...}";
 }
 
+/// A text as it opens: a case's name shouldn't carry a whole prompt.
+inline void printValue(std::ostream& os, const std::string& v)
+{
+    constexpr std::size_t kShown = 24;
+    std::string shown = v.substr(0, v.find_first_of("\r\n"));
+    if (shown.size() > kShown) shown = shown.substr(0, kShown);
+    os << '"' << shown << (shown.size() < v.size() ? "...\"" : "\"");
+}
+
 inline void printValue(std::ostream& os, const char* v)
 {
     if (v)
-        os << '"' << v << '"';
+        printValue(os, std::string(v));
     else
         os << "none";
-}
-
-inline void printValue(std::ostream& os, const std::string& v)
-{
-    os << '"' << v << '"';
 }
 
 inline void printValue(std::ostream& os, bool v)
