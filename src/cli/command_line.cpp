@@ -271,8 +271,9 @@ Output:
   --decimal-separator C  '.' or ',' instead of the locale's
   --help               this text
 
-An option that needs a value never takes the next option as it: write
---seed=-1k or --type=NAME=--x for a value that starts with "--".
+An option that needs a value never takes the next option (a word that starts
+with "--") as its value: "--poles --show X" is an error. A value that starts
+with "--" is given in the option itself: --type=NAME=--x.
 
 Exit status: 0 done; 2 a bad option or control name; 3 an action raised
 "Entry is not understood." (the screen is printed all the same).
