@@ -480,9 +480,10 @@ void sectionRow(FormControls& f, int i)
     valueLabel(f.R2[i], left + 900, top - 170);
     valueLabel(f.R3[i], left + 550, top + 450);
     valueLabel(f.R4[i], left + 1320, top + 1130);
-    // C1's label ends at the picture's end, short of the next R1's.
+    // C1's label ends short of the output junction at the picture's end; a
+    // wider value is set narrower.
     valueLabel(f.C1L[i], left + 1575, top + 615);
-    f.C1L[i].width = 600;
+    f.C1L[i].width = 510;
     valueLabel(f.C2L[i], left + 615, top + 950);
 }
 

@@ -88,9 +88,10 @@ class Builder
     Sketch s;
 };
 
-/// Where the outputs of a multiple-feedback section gather, clear of the
-/// value label of C1 beside them.
-constexpr double kBusX = 2140;
+/// Where the outputs of a section gather: in a multiple-feedback section
+/// clear of the value label of C1 beside them, with the junctions' dots
+/// inside the picture.
+constexpr double kBusX = 2125;
 
 /// The input resistor, the node X, and R3 towards the amplifier: the signal
 /// line of a multiple-feedback section at height y. The mirrored lower half

@@ -21,6 +21,9 @@ using namespace qm::test;
 
 namespace {
 
+/// The junction dots' radius, in twips, with their outline.
+constexpr double kDotRadius = 26;
+
 /// Everything a drawing puts on the screen, in the window's pixels.
 struct Drawn
 {
@@ -67,7 +70,8 @@ Drawn drawingOf(const SchematicView& view, const QString& name, QWidget& window)
         if (p.named) d.boxes.push_back(box(nameRect(p, names)));
     }
     for (const QPointF& dot : s.dots)
-        d.boxes.push_back(box(QRectF(dot - QPointF(26, 26), QSizeF(52, 52))));
+        d.boxes.push_back(
+            box(QRectF(dot - QPointF(kDotRadius, kDotRadius), QSizeF(2, 2) * kDotRadius)));
     for (const Amplifier& a : s.amplifiers) {
         const QPointF bottom(a.topLeft.x(), a.topLeft.y() + a.height);
         d.lines.emplace_back(at(a.topLeft), at(bottom));
@@ -92,6 +96,8 @@ QRectF extentOf(const SchematicView& view)
         all |= partBody(p);
         if (p.named) all |= nameRect(p, names);
     }
+    for (const QPointF& dot : s.dots)
+        all |= QRectF(dot - QPointF(kDotRadius, kDotRadius), QSizeF(2, 2) * kDotRadius);
     for (const Amplifier& a : s.amplifiers)
         all |= QRectF(a.topLeft, QSizeF(a.width, a.height));
     return all;
