@@ -1,10 +1,20 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that Quellmark builds and tests with, only
 # those that are missing. Needs root, or sudo.
+#
+#   scripts/install-deps.sh            what the build and the tests use
+#   scripts/install-deps.sh --checks   and the formatter and clang-tidy of .ci/run
 set -euo pipefail
 
-packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libgmock-dev
-          libbenchmark-dev clang-format clang-tidy fonts-dejavu-core xvfb xauth poppler-utils)
+# The build (the window needs Qt and its GL headers, the benchmarks Google
+# Benchmark) and the tests (GoogleTest; the window's tests draw text on Qt's
+# offscreen platform, which needs a font; the printing tests read their PDF
+# with poppler's tools).
+packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
+          fonts-dejavu-core poppler-utils)
+if [ "${1:-}" = "--checks" ]; then
+    packages+=(clang-format clang-tidy)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

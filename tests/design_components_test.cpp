@@ -9,6 +9,7 @@
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
+#include "support/case_name.h"
 #include "support/compare.h"
 
 #include <gtest/gtest.h>
@@ -117,6 +118,13 @@ struct GainCase
     float stageGain;
 };
 
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const GainCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "circuitType", c.circuitType, "resistors", c.resistors, "gain",
+                          c.gain, "dcGain", c.dcGain, "stageGain", c.stageGain);
+}
+
 using SectionGain = ::testing::TestWithParam<GainCase>;
 
 TEST_P(SectionGain, IsShownAsBuilt)
@@ -144,6 +152,13 @@ struct AdjustCase
     float gain;
     int resistors;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const AdjustCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "circuitType", c.circuitType, "q", c.q, "gain", c.gain, "resistors",
+                          c.resistors);
+}
 
 using AdjustPass = ::testing::TestWithParam<AdjustCase>;
 
@@ -182,6 +197,12 @@ struct SensCase
     const char* text;
 };
 
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const SensCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "b0Real", c.b0Real, "b1Real", c.b1Real, "text", c.text);
+}
+
 using Sensitivity = ::testing::TestWithParam<SensCase>;
 
 TEST_P(Sensitivity, ComparesThePerturbedSectionWithTheBuiltOne)
@@ -218,6 +239,13 @@ struct GbpCase
     std::vector<const char*> dcGain; // by result row
     std::vector<float> expected;     // by result row; 0 for an empty row
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const GbpCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "circuitType", c.circuitType, "poles", c.poles, "dcGain", c.dcGain,
+                          "expected", c.expected);
+}
 
 using RequiredGBP = ::testing::TestWithParam<GbpCase>;
 

@@ -8,6 +8,7 @@
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "screen/user_actions.h"
+#include "support/case_name.h"
 #include "support/compare.h"
 
 #include <gtest/gtest.h>
@@ -89,6 +90,12 @@ struct FamilyCase
     int family;
     int minPoles;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const FamilyCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "family", c.family, "minPoles", c.minPoles);
+}
 
 using FnQRowsOfEveryFamily = ::testing::TestWithParam<FamilyCase>;
 

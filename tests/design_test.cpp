@@ -4,6 +4,7 @@
 #include "design/section_plan.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
+#include "support/case_name.h"
 #include "support/compare.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +31,13 @@ struct PlanCase
     int sectionRows;
     int realPoleCount;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const PlanCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "n", c.n, "sectionRows", c.sectionRows, "realPoleCount",
+                          c.realPoleCount);
+}
 
 using SectionCounts = ::testing::TestWithParam<PlanCase>;
 
@@ -70,6 +78,14 @@ struct PictureCase
     const char* picture;
     bool gainResistorsShown;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const PictureCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "circuitType", c.circuitType, "fda", c.fda, "highPass", c.highPass,
+                          "gain", c.gain, "picture", c.picture, "gainResistorsShown",
+                          c.gainResistorsShown);
+}
 
 using SchematicChoice = ::testing::TestWithParam<PictureCase>;
 
@@ -132,6 +148,13 @@ struct RealStageCase
     int cLeftOffset;
 };
 
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const RealStageCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "fda", c.fda, "highPass", c.highPass, "picture", c.picture, "rTop",
+                          c.rTop, "cTop", c.cTop, "cLeftOffset", c.cLeftOffset);
+}
+
 using RealStagePicture = ::testing::TestWithParam<RealStageCase>;
 
 TEST_P(RealStagePicture, FollowsCircuitAndPassband)
@@ -170,6 +193,13 @@ struct LineCase
     bool secondLineJoined; // Line2, Line3 and schLine(1)
     bool fdaLines;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const LineCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "n", c.n, "fda", c.fda, "secondLineJoined", c.secondLineJoined,
+                          "fdaLines", c.fdaLines);
+}
 
 using JoiningLines = ::testing::TestWithParam<LineCase>;
 

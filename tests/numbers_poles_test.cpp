@@ -3,6 +3,7 @@
 #include "numbers/float_store.h"
 #include "numbers/pole_pairs.h"
 #include "numbers/pole_tables.h"
+#include "support/case_name.h"
 #include "support/compare.h"
 
 #include <gtest/gtest.h>
@@ -259,6 +260,13 @@ struct FnQCase
     std::vector<Row> rows;
     std::vector<std::pair<float, float>> b1b0; // k = 1 up to the last section
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const FnQCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "what", c.what, "n", c.n, "highPass", c.highPass, "rows", c.rows,
+                          "b1b0", c.b1b0);
+}
 
 using CustomFnQ = ::testing::TestWithParam<FnQCase>;
 

@@ -3,6 +3,7 @@
 #include "design/cycle.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
+#include "support/case_name.h"
 #include "support/compare.h"
 
 #include <gtest/gtest.h>
@@ -52,6 +53,13 @@ struct EntryCase
     const char* typed;
     const char* shown;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const EntryCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "family", c.family, "poles", c.poles, "sallenKey", c.sallenKey,
+                          "entry", c.entry, "typed", c.typed, "shown", c.shown);
+}
 
 using TypedEntry = ::testing::TestWithParam<EntryCase>;
 
@@ -122,6 +130,13 @@ struct FailureCase
     const char* after;
     bool reported;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const FailureCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "family", c.family, "entry", c.entry, "typed", c.typed, "after",
+                          c.after, "reported", c.reported);
+}
 
 using UnreadableEntry = ::testing::TestWithParam<FailureCase>;
 
@@ -237,6 +252,13 @@ struct GainClearCase
     bool capacitorsKept;
 };
 
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const GainClearCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "before", c.before, "after", c.after, "capacitorsKept",
+                          c.capacitorsKept);
+}
+
 using GainChange = ::testing::TestWithParam<GainClearCase>;
 
 TEST_P(GainChange, DropsTheRowsCapacitorsUnlessBlankAndOneMeetTheSameGain)
@@ -265,6 +287,12 @@ struct QtotalCase
     const char* shown;
     double total;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const QtotalCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "typed", c.typed, "shown", c.shown, "total", c.total);
+}
 
 using TotalQ = ::testing::TestWithParam<QtotalCase>;
 

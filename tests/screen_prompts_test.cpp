@@ -4,6 +4,7 @@
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 
+#include "support/case_name.h"
 #include <gtest/gtest.h>
 
 #include <string>
@@ -26,6 +27,12 @@ struct FixedCase
     int key;
     const char* text;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const FixedCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "key", c.key, "text", c.text);
+}
 
 using FixedPrompt = ::testing::TestWithParam<FixedCase>;
 
@@ -52,6 +59,12 @@ struct SeparatorCase
     char decSep;
     const char* part;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const SeparatorCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "key", c.key, "decSep", c.decSep, "part", c.part);
+}
 
 using SeparatorInPrompt = ::testing::TestWithParam<SeparatorCase>;
 
@@ -93,6 +106,13 @@ struct CapacitorCase
     bool fullyDifferential;
     std::string text;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const CapacitorCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "key", c.key, "fullyDifferential", c.fullyDifferential, "text",
+                          c.text);
+}
 
 /// The prompt of a capacitor of a pair: past its limit the partner changes.
 std::string pairPrompt(const char* value, const char* limit, bool isC1)

@@ -2,6 +2,7 @@
 // sections, apart from the design screen.
 #include "numbers/eng_text.h"
 #include "numbers/float_store.h"
+#include "support/case_name.h"
 #include "support/compare.h"
 #include "synthesis/mfb.h"
 #include "synthesis/sallen_key.h"
@@ -80,6 +81,13 @@ struct RoundCase
     float in;
     float out;
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const RoundCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "series", c.series, "op", c.op, "capdiv", c.capdiv, "in", c.in,
+                          "out", c.out);
+}
 constexpr int kRes = 9;
 
 using PreferredValue = ::testing::TestWithParam<RoundCase>;
@@ -137,6 +145,13 @@ struct WorkedCase
     double c1, c2min, c2, c1max, r1, r2, r3, r4;
 };
 
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const WorkedCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "circuit", c.circuit, "g", c.g, "c1", c.c1, "c2min", c.c2min, "c2",
+                          c.c2, "c1max", c.c1max, "r1", c.r1, "r2", c.r2, "r3", c.r3, "r4", c.r4);
+}
+
 using WorkedExample = ::testing::TestWithParam<WorkedCase>;
 
 TEST_P(WorkedExample, GivesTheKnownParts)
@@ -178,6 +193,14 @@ struct EntryCase
     double wantC1, wantC2;
     double shown; // what the partner's entry shows
 };
+
+/// Prints a case by its fields, for gtest's messages and test list.
+void PrintTo(const EntryCase& c, std::ostream* os)
+{
+    qm::test::printFields(*os, "fullyDifferential", c.fullyDifferential, "c1", c.c1, "c2", c.c2,
+                          "changed", c.changed, "wantC1", c.wantC1, "wantC2", c.wantC2, "shown",
+                          c.shown);
+}
 
 using EnteredCapacitor = ::testing::TestWithParam<EntryCase>;
 

@@ -29,12 +29,21 @@ std::pair<std::string, std::string> splitAssignment(const std::string& option,
     return {value.substr(0, eq), value.substr(eq + 1)};
 }
 
-/// ROW=VALUE for a section entry array: "Name(ROW)".
-UserAction rowEntry(const std::string& option, const std::string& value, const char* array)
+/// ROW=VALUE for a section entry array: "Name(ROW)". A row is its entry
+/// row 0 to 4 or its section's letter A to E, as the screen letters the
+/// sections; "Real" names the real stage's own entry where it has one.
+UserAction rowEntry(const std::string& option, const std::string& value, const char* array,
+                    const char* realEntry = nullptr)
 {
     auto [row, text] = splitAssignment(option, value);
-    if (row.size() != 1 || row[0] < '0' || row[0] > '4')
-        throw UsageError(option + " wants a row from 0 to 4, not '" + row + "'");
+    if (realEntry && lower(row) == "real") return {ActionKind::Enter, realEntry, text};
+    const char c = row.size() == 1
+                       ? static_cast<char>(std::toupper(static_cast<unsigned char>(row[0])))
+                       : '\0';
+    if (c >= 'A' && c <= 'E')
+        return {ActionKind::Enter, std::string(array) + "(" + std::to_string(c - 'A') + ")", text};
+    if (c < '0' || c > '4')
+        throw UsageError(option + " wants a section A to E or a row 0 to 4, not '" + row + "'");
     return {ActionKind::Enter, std::string(array) + "(" + row + ")", text};
 }
 
@@ -164,8 +173,10 @@ const std::map<std::string, Handler>& valueOptions()
          }},
         {"--gain", [](CommandLine& cl,
                       const std::string& v) { addAction(cl, rowEntry("--gain", v, "GainTB")); }},
-        {"--c1", [](CommandLine& cl,
-                    const std::string& v) { addAction(cl, rowEntry("--c1", v, "C1Entry")); }},
+        {"--c1",
+         [](CommandLine& cl, const std::string& v) {
+             addAction(cl, rowEntry("--c1", v, "C1Entry", "C1RealEntry"));
+         }},
         {"--c2", [](CommandLine& cl,
                     const std::string& v) { addAction(cl, rowEntry("--c2", v, "C2Entry")); }},
         {"--c1-real",
@@ -221,6 +232,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
         }
         if (option == "--json") {
             cl.json = true;
+        } else if (option == "--list-controls") {
+            cl.listControls = true;
         } else if (option == "--help" || option == "-h") {
             cl.help = true;
         } else if (option == "--fully-differential") {
@@ -229,7 +242,11 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             addAction(cl, {ActionKind::Uncheck, "FDAcircuit", ""});
         } else if (auto it = valueOptions().find(option); it != valueOptions().end()) {
             if (!hasValue) {
-                if (i + 1 >= args.size()) throw UsageError(option + " needs a value");
+                // The next option is never taken for a missing value.
+                if (i + 1 >= args.size() || args[i + 1].rfind("--", 0) == 0)
+                    throw UsageError(option + " needs a value" +
+                                     (i + 1 < args.size() ? ", not the option '" + args[i + 1] + "'"
+                                                          : std::string()));
                 value = args[++i];
             }
             it->second(cl, value);
@@ -271,9 +288,10 @@ Design settings (each is one of the actions above):
   --fully-differential / --single-ended
   --passband low|high
   --view values|sensitivities
-  --gain ROW=V/V       section gain of entry row 0 to 4
-  --c1 ROW=FARADS      fixed C1 of entry row 0 to 4; --c2 likewise
-  --c1-real FARADS     fixed capacitor of the real stage
+  --gain ROW=V/V       section gain; ROW is the section's letter A to E as the
+                       results table names it, or its entry row 0 to 4
+  --c1 ROW=FARADS      fixed C1 of a section (A to E, 0 to 4); --c2 likewise
+  --c1-real FARADS     fixed capacitor of the real stage (or --c1 Real=FARADS)
   --resistors SERIES   Exact, E12, E24, E48, E96 or E192
   --capacitors SERIES  E6, E12 or E24
 
@@ -286,13 +304,20 @@ Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
 
 Output:
-  --json               every control as JSON, with the message boxes raised
+  --json               every control as JSON, with the message boxes raised and
+                       the design as numbers in SI units ("design", see README)
   --show NAME          print only this control (repeatable)
+  --list-controls      every control's name, kind and what it is, then stop
   --decimal-separator C  '.' or ',' instead of the locale's
   --settings PATH      keep the settings in the INI file PATH (else in memory)
   --help               this text
 
-Exit status: 0 done, 2 a bad option or control name.
+An option that needs a value never takes the next option (a word that starts
+with "--") as its value: "--poles --show X" is an error. A value that starts
+with "--" is given in the option itself: --type=NAME=--x.
+
+Exit status: 0 done; 2 a bad option or control name; 3 an action raised
+"Entry is not understood." (the screen is printed all the same).
 )";
 }
 

@@ -20,6 +20,7 @@ struct CommandLine
     std::vector<UserAction> actions;
     bool json = false;
     bool help = false;
+    bool listControls = false;
     char decimalSeparator = '\0';
     std::vector<std::string> only; ///< controls to print; empty prints all
     /// Answers for the dialogs and questions the actions raise, in order.

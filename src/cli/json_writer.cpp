@@ -1,5 +1,6 @@
 #include "cli/json_writer.h"
 
+#include "cli/design_json.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 
@@ -118,6 +119,7 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
     for (std::size_t k = 0; k < platform.helpOpened.size(); ++k)
         out += (k ? ", " : "") + std::to_string(platform.helpOpened[k]);
     out += "], \"printed\": " + std::to_string(platform.pageOrientations.size());
+    out += ",\n\"design\": " + designAsJson(form);
     out += "}\n";
     return out;
 }

@@ -1,5 +1,6 @@
 // quellmark-cli: the design screen without a window, for scripts.
 #include "cli/command_line.h"
+#include "cli/control_guide.h"
 #include "cli/json_writer.h"
 #include "cli/scripted_actions.h"
 #include "design/cycle.h"
@@ -12,6 +13,15 @@
 namespace {
 
 constexpr int kExitUsage = 2;
+/// An action's text couldn't be read: the screen is printed all the same.
+constexpr int kExitNotUnderstood = 3;
+
+bool entryNotUnderstood(const qm::RecordingPlatform& platform)
+{
+    for (const qm::RecordedMessage& m : platform.messages)
+        if (m.text == qm::QuellmarkForm::kEntryNotUnderstood) return true;
+    return false;
+}
 
 std::string selectedControls(const qm::QuellmarkForm& form, const qm::CommandLine& cl,
                              const qm::RecordingPlatform& platform)
@@ -48,13 +58,17 @@ int main(int argc, char** argv)
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
         form.runGuarded([&] { qm::Form_Initialize(form); });
+        if (cl.listControls) {
+            std::cout << qm::controlList(form);
+            return 0;
+        }
         qm::applyActions(form, platform, cl);
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
             std::cout << (cl.json ? qm::screenAsJson(form, platform)
                                   : qm::screenAsText(form, platform));
-        return 0;
+        return entryNotUnderstood(platform) ? kExitNotUnderstood : 0;
     } catch (const qm::UsageError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";
     } catch (const qm::ActionError& e) {

@@ -138,6 +138,17 @@ void synthesiseSection(QuellmarkForm& f, int j)
     if (f.InvCalc.value == 1 && f.RTwo != 0) adjustSection(f, j);
 }
 
+double requiredGBPOf(const QuellmarkForm& f, int q)
+{
+    const auto row = static_cast<std::size_t>(q);
+    if (q == 0 && f.n % 2 != 0) return kRealStageGBPFactor * d64(f.FnDisplay[0]);
+    if (f.DCgain[row].text.empty()) return 0;
+    const double gain = f32(strictNumber(f.DCgain[row].text, f.decSep));
+    const double Q = d64(f.QDisplay[row]);
+    const double qFactor = f.circuitType == 1 ? Q * Q * Q : Q;
+    return kSectionGBPFactor * gain * qFactor * d64(f.FnDisplay[row]);
+}
+
 void requiredGBP(QuellmarkForm& f)
 {
     const int S = f.sectionRows;
@@ -149,12 +160,10 @@ void requiredGBP(QuellmarkForm& f)
         if (r >= kTotalsRow) continue;
         const auto q = static_cast<std::size_t>(r);
         if (r == 0 && f.n % 2 != 0) {
-            f.reqGBP = f32(kRealStageGBPFactor * d64(f.FnDisplay[0]));
+            f.reqGBP = f32(requiredGBPOf(f, r));
         } else if (!f.DCgain[q].text.empty()) {
             f.secGainValue = f32(strictNumber(f.DCgain[q].text, f.decSep));
-            const double Q = d64(f.QDisplay[q]);
-            const double qFactor = f.circuitType == 1 ? Q * Q * Q : Q;
-            f.reqGBP = f32(kSectionGBPFactor * d64(f.secGainValue) * qFactor * d64(f.FnDisplay[q]));
+            f.reqGBP = f32(requiredGBPOf(f, r));
         }
         f.GBPreq[q].text = Engsuffix(f.reqGBP, f.digits, "Hz", f.decSep);
         if (f.n % 2 == 0 && S < kTotalsRow) f.GBPreq[static_cast<std::size_t>(S)].text.clear();

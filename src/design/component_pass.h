@@ -12,6 +12,9 @@ class QuellmarkForm;
 void synthesiseSection(QuellmarkForm& f, int j);
 /// Cycle step 17.6: the required GBP of every row, after section j.
 void requiredGBP(QuellmarkForm& f);
+/// The required GBP in Hz of the section in result row q, from its gain as
+/// the DCgain column shows it.
+double requiredGBPOf(const QuellmarkForm& f, int q);
 
 /// Step 17.5 without the high-pass correction: components of section j, the
 /// coefficients they realise in b0(j), b1(j), the DCgain row and stageGain(j).

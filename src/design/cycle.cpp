@@ -4,6 +4,7 @@
 #include "design/component_pass.h"
 #include "design/result_texts.h"
 #include "design/section_plan.h"
+#include "design/section_results.h"
 #include "numbers/eng_text.h"
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
@@ -199,6 +200,7 @@ void runSection(QuellmarkForm& f, int j)
     requiredGBP(f);
     responseRow(f, j);
     sensitivitiesAndTableLine(f, j);
+    keepSectionResult(f, j);
 }
 
 } // namespace

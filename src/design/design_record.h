@@ -2,6 +2,7 @@
 // The design record: every field of the one filter design that the program
 // holds, beside the controls of the design screen. Numbers of the design are
 // 32-bit floats stored through f32, counters 16-bit integers, flags -1 and 0.
+#include "design/section_results.h"
 #include "numbers/sections.h"
 
 #include <array>
@@ -53,6 +54,8 @@ struct DesignRecord
     i16 promptKey = 1;
     std::string filterTypeName;
     std::string sectionName;
+    /// Each section's results as numbers, by result row.
+    std::array<SectionResult, 5> sectionResults{};
 
     // Families and custom poles.
     i16 filterType = 0, baseFilterType = 0;

@@ -196,7 +196,7 @@ void settingsFrame(FormControls& f)
     place(f.Frame5, 8325, 15, 3690, 4305);
     placeIn(f.Frame2, "Frame5", 60, 600, 1050, 960);
     placeIn(f.Frame7, "Frame5", 1125, 600, 915, 960);
-    placeIn(f.Frame4, "Frame5", 60, 1545, 1695, 615);
+    placeIn(f.Frame4, "Frame5", 60, 1545, 1740, 615);
     placeIn(f.Frame1, "Frame5", 45, 2235, 1215, 1020);
     placeIn(f.Frame6, "Frame5", 1275, 2130, 2385, 2115);
     placeIn(f.Frame3, "Frame5", 45, 3285, 1215, 960);
@@ -222,7 +222,7 @@ void settingsFrame(FormControls& f)
     placeIn(f.SallenKey, "Frame2", 45, 585, 975, 300);
     placeIn(f.LowPass, "Frame7", 45, 255, 840, 300);
     placeIn(f.High, "Frame7", 45, 585, 840, 300);
-    placeIn(f.TypeFilter, "Frame4", 75, 240, 1545, 300);
+    placeIn(f.TypeFilter, "Frame4", 60, 240, 1620, 300);
     placeIn(f.CompValue, "Frame1", 60, 240, 1110, 390);
     placeIn(f.SensTrue, "Frame1", 60, 660, 1110, 300);
 
@@ -432,6 +432,7 @@ constexpr int kLineTwoTop = 6325;
 constexpr int kCellWidth = 2150;
 constexpr int kCellGap = 120;
 constexpr int kSingleHeight = 1500;
+constexpr int kSallenKeyHeight = 1650;
 constexpr int kDifferentialHeight = 1750;
 constexpr int kSignalDrop = 720;       ///< signal line below a picture's top
 constexpr int kDifferentialSpan = 600; ///< second signal line below the first
@@ -457,8 +458,11 @@ void sectionRow(FormControls& f, int i)
 {
     const int left = kRowLefts[static_cast<std::size_t>(i)];
     const int top = kRowTops[static_cast<std::size_t>(i)];
-    for (Controls<5>* pictures : {&f.MFBsch, &f.MFBschHP, &f.SK, &f.SKhp, &f.SKg1, &f.SKg1HP})
+    for (Controls<5>* pictures : {&f.MFBsch, &f.MFBschHP})
         place((*pictures)[i], left, top, kCellWidth, kSingleHeight);
+    // A Sallen-Key picture has its gain resistors' names below them.
+    for (Controls<5>* pictures : {&f.SK, &f.SKhp, &f.SKg1, &f.SKg1HP})
+        place((*pictures)[i], left, top, kCellWidth, kSallenKeyHeight);
     // A differential picture reaches over the gap to its neighbour: between
     // differential sections there is no joining line.
     for (Controls<5>* pictures : {&f.FDAsch, &f.FDAschHP})
@@ -469,17 +473,17 @@ void sectionRow(FormControls& f, int i)
     f.SecLabel[i].bold = true;
     // First places of the labels the cycle moves: those of the
     // multiple-feedback picture.
-    // R1 stands at the input of every picture; its label ends above it,
-    // clear of the label of C1 of the picture before.
-    valueLabel(f.R1[i], left - 80, top + 510);
-    f.R1[i].width = 500;
-    f.R1[i].alignment = kAlignRight;
+    // R1 stands at the input of every picture; its label starts above it,
+    // right of the line that comes into the picture from above.
+    valueLabel(f.R1[i], left + 10, top + 450);
+    f.R1[i].width = 440;
     valueLabel(f.R2[i], left + 900, top - 170);
     valueLabel(f.R3[i], left + 550, top + 450);
     valueLabel(f.R4[i], left + 1320, top + 1130);
-    // C1's label ends at the picture's end, short of the next R1's.
+    // C1's label ends short of the output junction at the picture's end; a
+    // wider value is set narrower.
     valueLabel(f.C1L[i], left + 1575, top + 615);
-    f.C1L[i].width = 600;
+    f.C1L[i].width = 510;
     valueLabel(f.C2L[i], left + 615, top + 950);
 }
 

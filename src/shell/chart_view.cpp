@@ -60,7 +60,7 @@ void ChartView::paintEvent(QPaintEvent*)
     paintedCursorVisible_ = cursor_.visible;
     QPainter p(this);
     p.fillRect(rect(), qtColor(graph_.backColor, palette()));
-    p.scale(1 / kTwipsPerPixel, 1 / kTwipsPerPixel);
+    p.scale(twipsToPx(1), twipsToPx(1));
     std::map<Color, Batch> batches;
     for (const SurfaceLine& l : surface_.lines()) {
         Batch& b = batches[l.color];
@@ -71,18 +71,18 @@ void ChartView::paintEvent(QPaintEvent*)
     pen.setCosmetic(true);
     for (const auto& [color, batch] : batches) {
         pen.setColor(qtColor(color, palette()));
-        pen.setWidthF(1.0);
+        pen.setWidthF(scaledPx(1.0));
         p.setPen(pen);
         p.setRenderHint(QPainter::Antialiasing, false);
         p.drawLines(batch.straight);
-        pen.setWidthF(1.4);
+        pen.setWidthF(scaledPx(1.4));
         p.setPen(pen);
         p.setRenderHint(QPainter::Antialiasing, true);
         p.drawLines(batch.sloped);
     }
     if (cursor_.visible) {
         pen.setColor(qtColor(cursor_.foreColor, palette()));
-        pen.setWidthF(1.0);
+        pen.setWidthF(scaledPx(1.0));
         p.setPen(pen);
         p.setRenderHint(QPainter::Antialiasing, false);
         p.drawLine(QLineF(cursor_.x1, cursor_.y1, cursor_.x2, cursor_.y2));

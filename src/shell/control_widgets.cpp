@@ -2,11 +2,13 @@
 
 #include "shell/text_fit.h"
 
+#include <QAbstractItemView>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QStyleOptionButton>
+#include <QStyleOptionComboBox>
 
 namespace qm {
 
@@ -78,6 +80,21 @@ void EntryBox::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton) events_.userEvent(control_, FormEvent::DblClick);
 }
 
+void EntryBox::paintEvent(QPaintEvent* event)
+{
+    if (isEnabled()) {
+        QLineEdit::paintEvent(event);
+        return;
+    }
+    QPainter p(this);
+    const QPalette& pal = palette();
+    p.fillRect(rect(), pal.color(QPalette::Disabled, QPalette::Window).darker(106));
+    p.setPen(pal.color(QPalette::Disabled, QPalette::Text));
+    constexpr int kTextInset = 3;
+    p.drawText(rect().adjusted(kTextInset, 0, -kTextInset, 0),
+               static_cast<int>(alignment() | Qt::AlignVCenter), text());
+}
+
 // --- ListChoice ------------------------------------------------------------
 
 ListChoice::ListChoice(std::string control, ControlEvents& events, QWidget* parent)
@@ -85,6 +102,41 @@ ListChoice::ListChoice(std::string control, ControlEvents& events, QWidget* pare
 {
     connect(this, &QComboBox::activated, this,
             [this, &events](int index) { events.listChosen(control_, index); });
+}
+
+QRect ListChoice::textRect() const
+{
+    QStyleOptionComboBox opt;
+    initStyleOption(&opt);
+    return style()->subControlRect(QStyle::CC_ComboBox, &opt, QStyle::SC_ComboBoxEditField, this);
+}
+
+QFont ListChoice::shownFont() const
+{
+    return fittedFont(font(), currentText(), textRect().size(), false);
+}
+
+void ListChoice::showPopup()
+{
+    // Room for the longest item and the list's scroll bar.
+    constexpr int kScrollRoom = 24;
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + kScrollRoom);
+    QComboBox::showPopup();
+}
+
+void ListChoice::paintEvent(QPaintEvent*)
+{
+    QPainter p(this);
+    QStyleOptionComboBox opt;
+    initStyleOption(&opt);
+    const QString text = opt.currentText;
+    opt.currentText.clear();
+    style()->drawComplexControl(QStyle::CC_ComboBox, &opt, &p, this);
+    style()->drawControl(QStyle::CE_ComboBoxLabel, &opt, &p, this);
+    p.setFont(shownFont());
+    p.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    p.drawText(textRect(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), text);
 }
 
 // --- ChoiceButton ----------------------------------------------------------

@@ -61,6 +61,9 @@ class EntryBox : public QLineEdit
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    /// A closed entry is drawn flat and grey in every style, so that it
+    /// can't be taken for one that is open.
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     std::string control_;
@@ -69,11 +72,21 @@ class EntryBox : public QLineEdit
     QFont baseFont_;
 };
 
-/// A list of fixed items, shown as a drop-down list.
+/// A list of fixed items, shown as a drop-down list. The chosen item is set
+/// narrower where it wouldn't fit, never cut; the open list is as wide as
+/// its longest item.
 class ListChoice : public QComboBox
 {
   public:
     ListChoice(std::string control, ControlEvents& events, QWidget* parent);
+    /// The font the chosen item is shown in.
+    QFont shownFont() const;
+    /// Where the chosen item's text stands.
+    QRect textRect() const;
+    void showPopup() override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     std::string control_;

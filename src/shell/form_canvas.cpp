@@ -71,9 +71,9 @@ void FormCanvas::paintEvent(QPaintEvent*)
     paintedRevision_ = background_.revision();
     paintedGraphVisible_ = form_.Graph.visible;
     QPainter p(this);
-    p.scale(1 / kTwipsPerPixel, 1 / kTwipsPerPixel);
+    p.scale(twipsToPx(1), twipsToPx(1));
     paintPanels(p);
-    QPen pen(palette().color(QPalette::WindowText).lighter(115), 1.25);
+    QPen pen(palette().color(QPalette::WindowText).lighter(115), scaledPx(1.25));
     pen.setCosmetic(true);
     p.setPen(pen);
     for (const Control* c : lines_)

@@ -31,6 +31,7 @@ int main(int argc, char** argv)
     args.push_back(nullptr);
     QApplication app(count, args.data());
     QApplication::setApplicationName(QStringLiteral("Quellmark"));
+    QApplication::setOrganizationName(QStringLiteral("Quellmark"));
     qm::applyShellStyle(app);
     const qm::LaunchOptions options = qm::parseLaunchOptions(QApplication::arguments().mid(1));
     if (!options.error.isEmpty()) {
@@ -49,6 +50,7 @@ int main(int argc, char** argv)
         const QString failure = qm::openDesignFile(window.form(), options.design);
         if (!failure.isEmpty()) std::fprintf(stderr, "quellmark: %s\n", qPrintable(failure));
     }
+    window.readSettings();
     window.show();
     return QApplication::exec();
 }

@@ -5,28 +5,30 @@
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
-#include "shell/side_window.h"
 #include "shell/shell_services.h"
+#include "shell/side_window.h"
 #include "shell/twips.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QLayout>
 #include <QMenuBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace qm {
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.services())
 {
     platform_.setParentWidget(this);
+    // A new window starts at the screen's own size.
+    setScreenScale(1.0);
     buildWidgets();
     shell_ = new ShellServices(*this);
     buildMenus();
     applyTabOrder();
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    stage_->onResize = [this] { fitToStage(); };
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { focusMovedTo(now); });
     syncFromModel();
@@ -128,8 +130,9 @@ std::vector<int> valueTableColumns()
 
 void MainWindow::buildWidgets()
 {
-    canvas_ = new FormCanvas(form_, platform_.background, *this, this);
-    setCentralWidget(canvas_);
+    stage_ = new ScreenStage(this);
+    canvas_ = new FormCanvas(form_, platform_.background, *this, stage_);
+    setCentralWidget(stage_);
     bindings_.reserve(form_.all().size());
     for (int layer = 0; layer < kLayers; ++layer) {
         for (Control* c : form_.all()) {
@@ -220,8 +223,8 @@ Qt::Alignment alignmentOf(const Control& c)
 
 void MainWindow::styleWidget(const Control& c, QWidget* w)
 {
-    QFont font = w->font();
-    if (c.fontSize > 0) font.setPointSizeF(c.fontSize);
+    QFont font = QApplication::font();
+    font.setPointSizeF((c.fontSize > 0 ? c.fontSize : font.pointSizeF()) * screenScale());
     font.setBold(c.bold);
     if (isInResultsTable(c)) font.setStretch(QFont::SemiCondensed);
     w->setFont(font);
@@ -229,7 +232,7 @@ void MainWindow::styleWidget(const Control& c, QWidget* w)
         label->setWrap(c.multiLine);
         label->setAlignment(alignmentOf(c));
         if (isSchematicValue(c)) label->setHalo(palette().color(QPalette::Base));
-        if (&c == &form_.Prompt) label->setMargin(6);
+        if (&c == &form_.Prompt) label->setMargin(static_cast<int>(std::lround(scaledPx(6))));
         if (isValueTableLine(c)) label->setColumns(valueTableColumns());
     }
     if (auto* entry = dynamic_cast<EntryBox*>(w)) {
@@ -374,6 +377,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
     // beside the design screen go with it.
     if (HelpWindow* help = shell_->help.window()) help->close();
     shell_->about()->hide();
+    // The program ends with no question; of the design it writes nothing,
+    // only where the window stood.
+    writeSettings();
     event->accept();
 }
 

@@ -24,6 +24,18 @@ class FormCanvas;
 class SideWindow;
 class ShellServices;
 
+/// The window's client area: the design screen stands in it, centred, at
+/// the scale that fits.
+class ScreenStage : public QWidget
+{
+  public:
+    explicit ScreenStage(QWidget* parent);
+    std::function<void()> onResize;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+};
+
 class MainWindow : public QMainWindow, private ControlEvents
 {
   public:
@@ -52,6 +64,11 @@ class MainWindow : public QMainWindow, private ControlEvents
     void syncFromModel();
     /// User events that reached the form so far.
     int eventsDispatched() const { return eventsDispatched_; }
+
+    /// The window's size and place as the last run left them, and keeping
+    /// them for the next (the per-user settings of the application).
+    void readSettings();
+    void writeSettings() const;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -86,9 +103,14 @@ class MainWindow : public QMainWindow, private ControlEvents
     void syncWindow();
     const Binding* bindingAt(QWidget* w) const;
     const Control* sideControlAt(QWidget* w) const;
+    QSizeF screenSizeAtScaleOne() const;
+    void screenHeightChanged();
+    void fitToStage();
+    void rescaleWidgets();
 
     QtPlatform platform_;
     QuellmarkForm form_;
+    ScreenStage* stage_ = nullptr;
     FormCanvas* canvas_ = nullptr;
     ChartView* chart_ = nullptr;
     ShellServices* shell_ = nullptr;

@@ -88,6 +88,11 @@ class Builder
     Sketch s;
 };
 
+/// Where the outputs of a section gather: in a multiple-feedback section
+/// clear of the value label of C1 beside them, with the junctions' dots
+/// inside the picture.
+constexpr double kBusX = 2125;
+
 /// The input resistor, the node X, and R3 towards the amplifier: the signal
 /// line of a multiple-feedback section at height y. The mirrored lower half
 /// of a differential section (`upper` false) carries no names.
@@ -102,19 +107,17 @@ void multipleFeedbackInput(Builder& b, double y, bool upper)
 }
 
 /// The two feedback paths, C1 from the inverting input and R2 from the node
-/// X, to the output bus at x 2110. `c1Y`, `r2Y` are the heights of the paths.
+/// X, to the output bus. `c1Y`, `r2Y` are the heights of the paths.
 void multipleFeedbackPaths(Builder& b, double y, double c1Y, double r2Y, bool upper)
 {
     b.wire({{1250, y}, {1250, c1Y}, {1420, c1Y}});
     b.capacitor({1600, c1Y}, false, "C1", Side::Above).named = upper;
-    b.wire({{1780, c1Y}, {2110, c1Y}});
-    b.dot({2110, c1Y});
+    b.wire({{1780, c1Y}, {kBusX, c1Y}});
+    b.dot({kBusX, c1Y});
     b.wire({{500, y}, {500, r2Y}, {1000, r2Y}});
     b.resistor({1180, r2Y}, false, "R2", Side::Below).named = upper;
-    b.wire({{1360, r2Y}, {2110, r2Y}});
+    b.wire({{1360, r2Y}, {kBusX, r2Y}});
 }
-
-constexpr double kBusX = 2110;
 
 Sketch multipleFeedback()
 {
@@ -144,7 +147,7 @@ Sketch differentialMultipleFeedback()
     multipleFeedbackInput(b, S2, false);
     multipleFeedbackPaths(b, S, 420, 150, true);
     constexpr double kLowerC1 = S2 + 195;
-    constexpr double kLowerR2 = S2 + 370;
+    constexpr double kLowerR2 = S2 + 330;
     multipleFeedbackPaths(b, S2, kLowerC1, kLowerR2, false);
     const Amplifier& a = b.amplifier({1300, 700}, 500, 640, true, true);
     b.wire({{920, S}, {1250, S}, {1250, a.upperInput().y()}, a.upperInput()});
@@ -166,34 +169,39 @@ Sketch differentialMultipleFeedback()
 }
 
 /// R1, R2, C1 and C2 round the non-inverting input; `unity` ties the
-/// inverting input to the output, else R3 and R4 set the gain. R2 and the
-/// non-inverting input run a step above the input line, so that R2 stands
-/// under its value label.
+/// inverting input to the output, else R3 and R4 set the gain. R1 and R2
+/// stand in line on the input line, R1's value label over R1 alone.
 Sketch sallenKey(bool unity)
 {
     Builder b;
-    constexpr double kY = 560;
+    constexpr double kY = S;
     b.wire({{0, S}, {60, S}});
     b.resistor({240, S}, false, "R1", Side::Below);
-    b.wire({{420, S}, {450, S}, {450, 150}, {1420, 150}});
-    b.wire({{450, kY}, {470, kY}});
-    b.dot({450, kY});
+    // The node between R1 and R2 stands clear of R1's value label.
+    b.wire({{420, S}, {470, S}, {470, 150}, {1420, 150}});
+    b.dot({470, kY});
     b.resistor({650, kY}, false, "R2", Side::Below);
-    const Amplifier& a = b.amplifier({1200, kY - 120}, 450, 480, false, false);
-    // Node Y at the end of R2: C1 to ground, and the non-inverting input.
+    const Amplifier& a = b.amplifier({1260, kY - 120}, 450, 480, false, false);
+    // Node Y past the end of R2: C1 to ground, clear of C1's value label
+    // on its left, and the non-inverting input.
+    constexpr double kNodeY = 855;
     b.wire({{830, kY}, a.upperInput()});
-    b.dot({830, kY});
-    b.wire({{830, kY}, {830, 820}});
-    b.capacitor({830, 1000}, true, "C1", Side::Right);
-    b.ground({830, 1180});
+    b.dot({kNodeY, kY});
+    b.wire({{kNodeY, kY}, {kNodeY, 820}});
+    b.capacitor({kNodeY, 1000}, true, "C1", Side::Right);
+    b.ground({kNodeY, 1180});
     b.capacitor({1600, 150}, false, "C2", Side::Below);
     b.wire({{1780, 150}, {kBusX, 150}, {kBusX, a.output().y()}, a.output()});
+    // The inverting input's line comes down right of C1's name.
     const QPointF minus = a.lowerInput();
+    constexpr double kMinusX = 1200;
     if (unity) {
-        b.wire({minus, {1140, minus.y()}, {1140, 1300}, {kBusX, 1300}, {kBusX, a.output().y()}});
+        b.wire(
+            {minus, {kMinusX, minus.y()}, {kMinusX, 1300}, {kBusX, 1300}, {kBusX, a.output().y()}});
     } else {
-        b.wire({minus, {1140, minus.y()}, {1140, 1400}, {1320, 1400}});
-        b.dot({1140, 1400});
+        b.wire({minus, {kMinusX, minus.y()}, {kMinusX, 1400}});
+        b.wire({{1140, 1400}, {1320, 1400}});
+        b.dot({kMinusX, 1400});
         b.resistor({960, 1400}, false, "R3", Side::Below).setsFrequency = false;
         b.ground({780, 1400});
         b.resistor({1500, 1400}, false, "R4", Side::Below).setsFrequency = false;
@@ -211,37 +219,40 @@ constexpr double kRealOut = S + kRealStageRaise;
 constexpr double kRealOut2 = S2 + kRealStageRaise;
 constexpr double kRealWidth = 1850;
 
-/// R1 and C1 ahead of a follower.
+/// R1 and C1 ahead of a follower, whose feedback runs over the amplifier:
+/// below it stands the value label of C1.
 Sketch realStage()
 {
     Builder b;
     constexpr double kIn = 750;
+    constexpr double kOut = 1500;
     b.wire({{0, kIn}, {60, kIn}});
     b.resistor({240, kIn}, false, "R1", Side::Below);
-    const Amplifier& a = b.amplifier({900, kIn - 120}, 450, 480, false, false);
-    b.wire({{420, kIn}, a.upperInput()});
+    const Amplifier& a = b.amplifier({900, kIn - 360}, 450, 480, false, true);
+    b.wire({{420, kIn}, a.lowerInput()});
     b.dot({480, kIn});
     b.wire({{480, kIn}, {480, 930}});
     b.capacitor({480, 1110}, true, "C1", Side::Left);
     b.ground({480, 1290});
-    const QPointF minus = a.lowerInput();
-    b.wire(
-        {minus, {850, minus.y()}, {850, 1250}, {1500, 1250}, {1500, a.output().y()}, a.output()});
-    b.wire({{1500, kRealOut}, {kRealWidth, kRealOut}});
-    b.dot({1500, kRealOut});
+    const QPointF minus = a.upperInput();
+    constexpr double kOver = 300;
+    b.wire({minus, {850, minus.y()}, {850, kOver}, {kOut, kOver}, {kOut, kRealOut}});
+    b.wire({a.output(), {kOut, a.output().y()}});
+    b.dot({kOut, a.output().y()});
+    b.wire({{kOut, kRealOut}, {kRealWidth, kRealOut}});
     return b.s;
 }
 
-/// One half of the differential real stage: R1 into the amplifier, R1 and
-/// C1 in parallel across it from the output. `dir` is -1 for the upper half,
+/// One half of the differential real stage: R1 into the amplifier, its twin
+/// R1' and C1 in parallel across it from the output. `dir` is -1 for the upper half,
 /// whose feedback stands above its input line, 1 for the lower.
 void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double tap, double dir,
                           bool upper)
 {
     // The resistor stands outside the capacitor, each with room for the value
     // label that the screen puts by the pair.
-    const double rY = in + dir * 360;
-    const double cY = in + dir * 165;
+    const double rY = in + dir * 315;
+    const double cY = in + dir * 175;
     b.wire({{0, in}, {60, in}});
     b.resistor({240, in}, false, "R1", upper ? Side::Below : Side::Above).named = upper;
     b.wire({{420, in}, {800, in}, {800, pin}, {950, pin}});
@@ -250,14 +261,16 @@ void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double
     b.dot({800, cY});
     b.wire({{800, cY}, {970, cY}});
     // The pair's names stand beyond the output line, level with their parts.
-    constexpr double kNamesX = 1655;
-    Part& r = b.resistor({1150, rY}, false, "R1", Side::Right);
+    constexpr double kNamesX = 1590;
+    // The feedback resistor is the input one's equal twin, R1': gain 1, the
+    // pole at 1/(R1'·C1).
+    Part& r = b.resistor({1150, rY}, false, "R1'", Side::Right);
     r.named = upper;
     r.nameX = kNamesX;
     Part& c = b.capacitor({1150, cY}, false, "C1", Side::Right);
     c.named = upper;
     c.nameX = kNamesX;
-    constexpr double kBus = 1620;
+    constexpr double kBus = 1560;
     b.wire({{1330, rY}, {kBus, rY}});
     b.wire({{1330, cY}, {kBus, cY}});
     b.wire({out, {kBus, out.y()}});
@@ -267,8 +280,8 @@ void differentialRealHalf(Builder& b, double in, double pin, QPointF out, double
         if (y != std::min(rY, out.y()) && y != std::max(rY, tap)) b.dot({kBus, y});
 }
 
-/// R1 into each input of a differential amplifier, R1 and C1 in parallel
-/// across each side: a pole at 1/(R1 C1) and a gain of 1.
+/// R1 into each input of a differential amplifier, R1' (equal to R1) and C1
+/// in parallel across each side: a pole at 1/(R1' C1) and a gain of 1.
 Sketch differentialRealStage()
 {
     Builder b;

@@ -17,9 +17,9 @@ constexpr double kZigzagAmplitude = 50;
 constexpr int kZigzagPeaks = 6;
 constexpr double kPlateGap = 30;
 constexpr double kPlateHalf = 85;
-constexpr double kDotRadius = 26;
+constexpr double kDotRadius = 20;
 constexpr double kSignHalf = 28;
-constexpr double kNameGap = 45;
+constexpr double kNameGap = 30;
 constexpr double kNameDrop = 100;
 
 /// Maps a point given along a part's axis (a) and across it (c).
@@ -82,12 +82,17 @@ void paintAmplifier(QPainter& p, const Amplifier& a)
     }
 }
 
-void paintName(QPainter& p, const Part& part)
+} // namespace
+
+QRectF nameRect(const Part& part, const QFontMetricsF& m)
 {
-    const QFontMetricsF m(p.font());
     const double w = m.horizontalAdvance(part.name);
     const double h = m.ascent();
-    const double across = part.kind == PartKind::Capacitor ? kPlateHalf : kZigzagAmplitude;
+    // Over or under a part the name keeps one distance, so that it stays
+    // where it was when the part changes kind in a high-pass picture.
+    const bool beside = part.nameSide == Side::Left || part.nameSide == Side::Right;
+    const double across =
+        part.kind == PartKind::Capacitor && beside ? kPlateHalf : kZigzagAmplitude;
     const double off = across + kNameGap;
     QRectF box(0, 0, w, h);
     switch (part.nameSide) {
@@ -107,6 +112,14 @@ void paintName(QPainter& p, const Part& part)
         break;
     }
     if (part.nameX != 0) box.moveCenter(QPointF(part.nameX + w / 2, part.centre.y()));
+    return box;
+}
+
+namespace {
+
+void paintName(QPainter& p, const Part& part)
+{
+    const QRectF box = nameRect(part, QFontMetricsF(p.font()));
     p.drawText(QPointF(box.left(), box.bottom()), part.name);
 }
 
@@ -116,7 +129,7 @@ void paintSketch(QPainter& p, const Sketch& sketch, const QColor& ink, const QCo
                  const QFont& nameFont)
 {
     p.setRenderHint(QPainter::Antialiasing);
-    QPen pen(ink, 1.25);
+    QPen pen(ink, scaledPx(1.25));
     pen.setCosmetic(true);
     pen.setCapStyle(Qt::RoundCap);
     pen.setJoinStyle(Qt::RoundJoin);
@@ -149,14 +162,19 @@ SchematicView::SchematicView(std::string control, PictureKind kind, ControlEvent
 void SchematicView::paintEvent(QPaintEvent*)
 {
     QPainter p(this);
-    p.scale(1 / kTwipsPerPixel, 1 / kTwipsPerPixel);
+    p.scale(twipsToPx(1), twipsToPx(1));
+    paintSketch(p, sketch_, palette().color(QPalette::WindowText).lighter(115),
+                QColor(0x4a, 0x5f, 0x7e), nameFont());
+}
+
+QFont SchematicView::nameFont() const
+{
     // The painter counts twips, so the names' size is given in twips too.
     constexpr int kNamePixels = 10;
     QFont names = font();
     names.setItalic(true);
-    names.setPixelSize(static_cast<int>(pxToTwips(kNamePixels)));
-    paintSketch(p, sketch_, palette().color(QPalette::WindowText).lighter(115),
-                QColor(0x4a, 0x5f, 0x7e), names);
+    names.setPixelSize(static_cast<int>(kNamePixels * kTwipsPerPixel));
+    return names;
 }
 
 void SchematicView::mouseReleaseEvent(QMouseEvent* event)

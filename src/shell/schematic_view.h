@@ -4,6 +4,7 @@
 #include "shell/control_widgets.h"
 #include "shell/schematic_sketch.h"
 
+#include <QFontMetricsF>
 #include <QWidget>
 
 #include <string>
@@ -16,11 +17,16 @@ namespace qm {
 void paintSketch(QPainter& p, const Sketch& sketch, const QColor& ink, const QColor& nameInk,
                  const QFont& nameFont);
 
+/// Where a part's name stands, in twips, set in a font of metrics m.
+QRectF nameRect(const Part& part, const QFontMetricsF& m);
+
 class SchematicView : public QWidget
 {
   public:
     SchematicView(std::string control, PictureKind kind, ControlEvents& events, QWidget* parent);
     const Sketch& sketch() const { return sketch_; }
+    /// The font of the parts' names, sized in twips.
+    QFont nameFont() const;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

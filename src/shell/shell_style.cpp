@@ -1,5 +1,7 @@
 #include "shell/shell_style.h"
 
+#include "shell/twips.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QPaintEngine>
@@ -8,6 +10,8 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+
+#include <cmath>
 
 namespace qm {
 
@@ -32,10 +36,10 @@ class CompactStyle : public QProxyStyle
         case PM_ExclusiveIndicatorHeight:
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
-            return kIndicator;
+            return scaled(kIndicator);
         case PM_RadioButtonLabelSpacing:
         case PM_CheckBoxLabelSpacing:
-            return kIndicatorSpacing;
+            return scaled(kIndicatorSpacing);
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
         }
@@ -46,9 +50,10 @@ class CompactStyle : public QProxyStyle
     {
         if (control == CC_ComboBox && (sub == SC_ComboBoxArrow || sub == SC_ComboBoxEditField)) {
             const QRect r = option->rect;
+            const int arrow = scaled(kArrow);
             if (sub == SC_ComboBoxArrow)
-                return QRect(r.right() - kArrow, r.top(), kArrow, r.height());
-            return QRect(r.left() + 3, r.top() + 1, r.width() - kArrow - 4, r.height() - 2);
+                return QRect(r.right() - arrow, r.top(), arrow, r.height());
+            return QRect(r.left() + 3, r.top() + 1, r.width() - arrow - 4, r.height() - 2);
         }
         return QProxyStyle::subControlRect(control, option, sub, widget);
     }
@@ -87,6 +92,8 @@ class CompactStyle : public QProxyStyle
         painter->restore();
     }
 
+    /// The design screen is drawn at a scale; so are the parts of its widgets.
+    static int scaled(int px) { return static_cast<int>(std::lround(scaledPx(px))); }
     static constexpr int kIndicator = 12;
     static constexpr int kIndicatorSpacing = 4;
     static constexpr int kArrow = 13;

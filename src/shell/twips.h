@@ -1,7 +1,9 @@
 #pragma once
 // The screen's places are in twips (1/1440 inch). Qt's device-independent
-// pixel is 1/96 inch, and high-DPI screens scale it by their pixel ratio, so
-// one logical pixel is always 15 twips and the picture stays sharp.
+// pixel is 1/96 inch, so at the screen's own size one logical pixel is 15
+// twips. The window scales the whole screen with its size: at scale s one
+// logical pixel is 15/s twips, and everything is painted from twips at that
+// scale, so text and drawings stay sharp at every size.
 #include "screen/control.h"
 
 #include <QRect>
@@ -11,24 +13,36 @@
 
 namespace qm {
 
+/// Twips per logical pixel at the screen's own size.
 constexpr double kTwipsPerPixel = 15.0;
 
+/// The scale the screen is drawn at, 1 for its own size. One window shows
+/// the screen, so the scale is one for the program.
+double screenScale();
+void setScreenScale(double scale);
+
 /// Twips to logical pixels, unrounded: for painting.
-constexpr double twipsToPx(double twips)
+inline double twipsToPx(double twips)
 {
-    return twips / kTwipsPerPixel;
+    return twips * screenScale() / kTwipsPerPixel;
 }
 
 /// Twips to whole logical pixels: for placing widgets.
 inline int twipsToPxRounded(double twips)
 {
-    return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+    return static_cast<int>(std::lround(twipsToPx(twips)));
 }
 
 /// Pixels back to twips: for mouse positions on a surface drawn in twips.
-constexpr double pxToTwips(double px)
+inline double pxToTwips(double px)
 {
-    return px * kTwipsPerPixel;
+    return px * kTwipsPerPixel / screenScale();
+}
+
+/// Pixels at the screen's own size to pixels at the present scale.
+inline double scaledPx(double px)
+{
+    return px * screenScale();
 }
 
 /// The widget rectangle of a control. Each edge is rounded on its own, so

@@ -5,8 +5,8 @@
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
 #include "shell/schematic_view.h"
-#include "shell/side_window.h"
 #include "shell/shell_services.h"
+#include "shell/side_window.h"
 #include "shell/twips.h"
 
 #include <QAction>
@@ -16,10 +16,6 @@
 namespace qm {
 
 namespace {
-
-/// The window's title and menu bar take this much of the screen's height;
-/// the rest is the client area the controls stand in.
-constexpr int kFrameTwips = 795;
 
 bool sameGeometry(const Control& a, const Control& b)
 {
@@ -162,8 +158,7 @@ void MainWindow::syncWindow()
     const int height = form_.Form.height;
     if (height != shownHeight_) {
         shownHeight_ = height;
-        canvas_->setFixedSize(twipsToPxRounded(form_.Form.width),
-                              twipsToPxRounded(height - kFrameTwips));
+        screenHeightChanged();
     }
 }
 
