@@ -154,16 +154,34 @@ std::string rowText(Row row, int index)
     return {};
 }
 
+/// A text in quotes on one line: a text of several lines shows its first
+/// line that holds something, and "..." for the rest.
+std::string quoted(const std::string& text)
+{
+    std::string first;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        const std::size_t end = text.find_first_of("\r\n", start);
+        first = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        if (first.find_first_not_of(' ') != std::string::npos || end == std::string::npos) break;
+        start = end + 1;
+    }
+    const auto lead = first.find_first_not_of(' ');
+    first = lead == std::string::npos ? std::string() : first.substr(lead);
+    const bool more = first.size() < text.size() && text.find_first_of("\r\n") != std::string::npos;
+    return "\"" + first + (more ? " ...\"" : "\"");
+}
+
 /// A control no table line names: what its kind and text say.
 std::string fromKind(const Control& c)
 {
     if (c.kind == ControlKind::Menu)
         return c.text == "-" ? "separator of a menu"
                              : "menu entry \"" + withoutAmpersand(c.text) + "\"";
-    if (c.kind == ControlKind::Window) return "window \"" + c.text + "\"";
-    if (c.kind == ControlKind::Label && !c.text.empty()) return "caption \"" + c.text + "\"";
+    if (c.kind == ControlKind::Window) return "window " + quoted(c.text);
+    if (c.kind == ControlKind::Label && !c.text.empty()) return "caption " + quoted(c.text);
     std::string what = kindName(c);
-    if (!c.text.empty()) what += " \"" + c.text + "\"";
+    if (!c.text.empty()) what += " " + quoted(c.text);
     if (!c.window.empty()) what += " of the window " + c.window;
     return what;
 }
