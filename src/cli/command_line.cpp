@@ -1,5 +1,7 @@
 #include "cli/command_line.h"
 
+#include "cli/file_options.h"
+
 #include <algorithm>
 #include <cctype>
 #include <functional>
@@ -169,6 +171,9 @@ const std::map<std::string, Handler>& valueOptions()
              if (a != "yes" && a != "no") throw UsageError("--answer takes yes or no");
              cl.answers.push_back(a == "yes" ? MessageAnswer::Yes : MessageAnswer::No);
          }},
+        {"--open", addOpen},
+        {"--save-as", addSaveAs},
+        {"--default-design", [](CommandLine& cl, const std::string& v) { cl.defaultDesign = v; }},
     };
     return kOptions;
 }
@@ -196,6 +201,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
         } else if (option == "--single-ended") {
             addAction(cl, {ActionKind::Uncheck, "FDAcircuit", ""});
+        } else if (addFileFlag(cl, option)) {
         } else if (auto it = valueOptions().find(option); it != valueOptions().end()) {
             if (!hasValue) {
                 if (i + 1 >= args.size()) throw UsageError(option + " needs a value");
@@ -212,8 +218,9 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
 std::string usageText()
 {
     return R"(Usage: quellmark-cli [OPTION]...
-Starts the design screen with its built-in design, applies the actions in the
-order given, as a person would, and prints the screen.
+Starts the design screen with its default design (the built-in one unless
+--default-design names a file), applies the actions in the order given, as a
+person would, and prints the screen.
 
 Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --type NAME=TEXT     focus the entry, replace its text, leave it (validates)
@@ -245,8 +252,19 @@ Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
   --answer yes|no      the next Yes/No question; an unanswered one is No
 
+Design files (each answers its own dialog and question):
+  --open PATH          File > Open, choosing PATH
+  --save-as PATH       File > Save As, choosing PATH; yes if it asks to overwrite
+  --save               File > Save (Save As, asking, when nothing was saved yet)
+  --new                File > New: the default design again
+  --save-as-default    Options > Save as default, answering yes
+  --default-design PATH  where this run's default design lives: read at the
+                       start and by --new, written by --save-as-default;
+                       without it the built-in design is the default
+
 Output:
-  --json               every control as JSON, with the message boxes raised
+  --json               every control as JSON, the title bar, and the message
+                       boxes raised
   --show NAME          print only this control (repeatable)
   --decimal-separator C  '.' or ',' instead of the locale's
   --help               this text

@@ -15,6 +15,16 @@ class UsageError : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
+/// Answers that one action brings with it (--open, --save-as,
+/// --save-as-default): its dialogs and questions get these alone, and an
+/// answer it didn't need is not left for later ones.
+struct OwnAnswers
+{
+    std::size_t action = 0; ///< place of the action in CommandLine::actions
+    std::vector<std::string> fileAnswers;
+    std::vector<MessageAnswer> answers;
+};
+
 struct CommandLine
 {
     std::vector<UserAction> actions;
@@ -25,6 +35,9 @@ struct CommandLine
     /// Answers for the dialogs and questions the actions raise, in order.
     std::vector<std::string> fileAnswers;
     std::vector<MessageAnswer> answers;
+    std::vector<OwnAnswers> ownAnswers;
+    /// Where this run's default design lives; empty for none.
+    std::string defaultDesign;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -1,5 +1,6 @@
 // quellmark-cli: the design screen without a window, for scripts.
 #include "cli/command_line.h"
+#include "cli/file_options.h"
 #include "cli/json_writer.h"
 #include "design/cycle.h"
 #include "screen/quellmark_form.h"
@@ -39,12 +40,12 @@ int main(int argc, char** argv)
         qm::RecordingPlatform platform;
         qm::PlatformServices services = platform.services();
         services.decimalSeparator = cl.decimalSeparator;
+        services.defaultDesignPath = cl.defaultDesign;
         platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
         form.runGuarded([&] { qm::Form_Initialize(form); });
-        for (const qm::UserAction& action : cl.actions)
-            qm::applyAction(form, action);
+        qm::runActions(form, platform, cl);
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else

@@ -1,5 +1,6 @@
 #include "screen/event_table.h"
 
+#include "files/file_menu.h"
 #include "screen/quellmark_form.h"
 
 namespace qm {
@@ -9,6 +10,7 @@ void registerFormHandlers(QuellmarkForm& form)
     registerViewHandlers(form);
     registerDesignEntryHandlers(form);
     registerSectionEntryHandlers(form);
+    registerFileMenuHandlers(form);
 }
 
 } // namespace qm

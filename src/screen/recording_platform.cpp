@@ -44,7 +44,14 @@ bool RecordingPlatform::fileExists(const std::string& path)
 
 PlatformServices RecordingPlatform::services()
 {
-    return {this, this, &graph, &background, this, this};
+    PlatformServices s;
+    s.messages = this;
+    s.busy = this;
+    s.graph = &graph;
+    s.background = &background;
+    s.dialogs = this;
+    s.files = this;
+    return s;
 }
 
 } // namespace qm

@@ -1,7 +1,9 @@
 #include "shell/main_window.h"
 
 #include "design/cycle.h"
+#include "files/file_menu.h"
 #include "shell/chart_view.h"
+#include "shell/design_drop.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
 #include "shell/twips.h"
@@ -9,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFile>
 #include <QLayout>
 #include <QMenuBar>
 
@@ -25,6 +28,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { focusMovedTo(now); });
+    setAcceptDrops(true);
+    qApp->installEventFilter(new DesignDrop(
+        this, [this](const QString& path) { openDesign(QFile::encodeName(path).toStdString()); }));
     syncFromModel();
 }
 
@@ -46,6 +52,11 @@ void MainWindow::start()
             b->widget->setFocus(Qt::TabFocusReason);
             break;
         }
+}
+
+void MainWindow::openDesign(const std::string& path)
+{
+    dispatch([&] { form_.runGuarded([&] { openDesignFile(form_, path); }); });
 }
 
 QWidget* MainWindow::widgetOf(std::string_view control) const

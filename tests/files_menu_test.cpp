@@ -1,0 +1,433 @@
+// The File menu and "Save as default" as a designer uses them: dialogs and
+// questions answered from a script, files in a fresh folder per test.
+#include "design/cycle.h"
+#include "files/design_file.h"
+#include "files/file_menu.h"
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Screen
+{
+    explicit Screen(const std::string& userDefault = "", const std::string& siteDefault = "",
+                    char decSep = '.')
+    {
+        qm::PlatformServices s = p.services();
+        s.defaultDesignPath = userDefault;
+        s.siteDefaultDesignPath = siteDefault;
+        s.decimalSeparator = decSep;
+        f = std::make_unique<qm::QuellmarkForm>(s);
+        qm::Form_Initialize(*f);
+    }
+    void type(const std::string& entry, const std::string& text)
+    {
+        f->moveFocus(entry);
+        f->find(entry)->text = text;
+        f->moveFocus("");
+    }
+    void click(const char* menu) { f->raise(menu, qm::FormEvent::Click); }
+    /// Clicks a menu entry with the dialog's and the question's answers.
+    void click(const char* menu, const std::string& file,
+               qm::MessageAnswer answer = qm::MessageAnswer::Yes)
+    {
+        p.fileAnswers.push_back(file);
+        p.answers.push_back(answer);
+        click(menu);
+        p.fileAnswers.clear();
+        p.answers.clear();
+    }
+    const std::string& text(const std::string& name) { return f->find(name)->text; }
+
+    qm::RecordingPlatform p;
+    std::unique_ptr<qm::QuellmarkForm> f;
+};
+
+class TempFolder
+{
+  public:
+    TempFolder()
+    {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        std::string name = std::string("qm_menu_") + info->test_suite_name() + "_" + info->name();
+        for (char& c : name)
+            if (c == '/') c = '_';
+        path_ = fs::temp_directory_path() / name;
+        fs::remove_all(path_);
+        fs::create_directories(path_);
+    }
+    ~TempFolder()
+    {
+        std::error_code ec;
+        fs::permissions(path_, fs::perms::owner_all, ec);
+        fs::remove_all(path_, ec);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    std::string file(const std::string& name) const { return (path_ / name).string(); }
+    const fs::path& path() const { return path_; }
+
+  private:
+    fs::path path_;
+};
+
+std::string readFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+void writeFile(const std::string& path, const std::string& bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+/// A design file of `poles` Butterworth poles, as the program writes it.
+std::string designOf(const char* poles)
+{
+    Screen s;
+    s.type("Text18", poles);
+    return qm::designFileText(*s.f);
+}
+
+template <typename T> std::string nameOf(const ::testing::TestParamInfo<T>& param)
+{
+    return param.param.name;
+}
+
+constexpr const char* kTitle = "Halvorn Devices Quellmark";
+
+// --- Dialogs, questions and the title bar ---------------------------------------
+
+TEST(FileMenu, DialogsAskWithTheirTitlesFiltersAndSuffix)
+{
+    Screen s;
+    s.click("mnuFileOpen");
+    s.click("mnuFileSaveAs");
+    ASSERT_EQ(s.p.dialogs.size(), 2u);
+    EXPECT_EQ(s.p.dialogs[0].kind, qm::FileDialogKind::Open);
+    EXPECT_EQ(s.p.dialogs[0].request.title, "Open");
+    EXPECT_EQ(s.p.dialogs[0].request.filter, "All Files (*.lpf)|*.*");
+    EXPECT_EQ(s.p.dialogs[1].kind, qm::FileDialogKind::Save);
+    EXPECT_EQ(s.p.dialogs[1].request.title, "Save As");
+    EXPECT_EQ(s.p.dialogs[1].request.filter, "Quellmark Filter (*.qmf)|*.*");
+    EXPECT_EQ(s.p.dialogs[1].request.defaultExt, "qmf");
+    // Cancelled: nothing happened.
+    EXPECT_EQ(s.text("Form"), kTitle);
+    EXPECT_TRUE(s.p.messages.empty());
+    EXPECT_TRUE(s.f->currentFile.empty());
+}
+
+TEST(FileMenu, TheDialogOpensWithTheLastNameChosen)
+{
+    TempFolder dir;
+    Screen s;
+    s.click("mnuFileSaveAs", dir.file("a.qmf"));
+    s.click("mnuFileOpen");
+    s.click("mnuFileSaveAs");
+    EXPECT_EQ(s.p.dialogs[0].request.fileName, "");
+    EXPECT_EQ(s.p.dialogs[1].request.fileName, dir.file("a.qmf"));
+    EXPECT_EQ(s.p.dialogs[2].request.fileName, dir.file("a.qmf")) << "a cancel keeps the name";
+}
+
+struct Overwrite
+{
+    const char* name;
+    bool exists;
+    qm::MessageAnswer answer;
+    bool written;
+};
+
+class SaveAs : public ::testing::TestWithParam<Overwrite>
+{
+};
+
+TEST_P(SaveAs, AsksBeforeItReplacesAFile)
+{
+    const Overwrite& c = GetParam();
+    TempFolder dir;
+    const std::string path = dir.file("d.qmf");
+    if (c.exists) writeFile(path, "old");
+    Screen s;
+    s.type("Text18", "6");
+    s.click("mnuFileSaveAs", path, c.answer);
+    if (c.exists) {
+        ASSERT_EQ(s.p.messages.size(), 1u);
+        EXPECT_EQ(s.p.messages[0].text, "File already exists. Do you want to overwrite it?");
+        EXPECT_EQ(s.p.messages[0].title, "title");
+        EXPECT_EQ(s.p.messages[0].buttons, qm::MessageButtons::YesNo);
+        EXPECT_EQ(s.p.messages[0].icon, qm::MessageIcon::Exclamation);
+    } else {
+        EXPECT_TRUE(s.p.messages.empty());
+    }
+    EXPECT_EQ(readFile(path) == qm::designFileText(*s.f), c.written);
+    EXPECT_EQ(s.f->currentFile, c.written ? path : "");
+    EXPECT_EQ(s.text("Form"), c.written ? std::string(kTitle) + " - d.qmf" : kTitle);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    FileMenu, SaveAs,
+    ::testing::Values(Overwrite{"New", false, qm::MessageAnswer::No, true},
+                      Overwrite{"ExistsYes", true, qm::MessageAnswer::Yes, true},
+                      Overwrite{"ExistsNo", true, qm::MessageAnswer::No, false}),
+    nameOf<Overwrite>);
+
+TEST(FileMenu, SaveAfterOpenStillAsksForAName)
+{
+    TempFolder dir;
+    const std::string opened = dir.file("opened.qmf");
+    const std::string saved = dir.file("saved.qmf");
+    writeFile(opened, designOf("4"));
+    Screen s;
+    s.click("mnuFileOpen", opened);
+    EXPECT_EQ(s.text("Form"), std::string(kTitle) + " - opened.qmf");
+    EXPECT_EQ(s.text("Text18"), "4");
+    EXPECT_TRUE(s.f->currentFile.empty());
+    s.click("mnuFileSave");
+    ASSERT_EQ(s.p.dialogs.size(), 2u);
+    EXPECT_EQ(s.p.dialogs[1].kind, qm::FileDialogKind::Save);
+
+    // Once something was saved, Save writes there, not to the file opened.
+    s.click("mnuFileSaveAs", saved);
+    s.click("mnuFileOpen", opened);
+    s.type("Text18", "8");
+    s.click("mnuFileSave");
+    EXPECT_EQ(s.p.dialogs.size(), 4u) << "no dialog for Save";
+    EXPECT_EQ(readFile(saved), qm::designFileText(*s.f));
+    EXPECT_EQ(readFile(opened), designOf("4"));
+    EXPECT_EQ(s.text("Form"), std::string(kTitle) + " - opened.qmf");
+}
+
+TEST(FileMenu, NewBringsBackTheDefaultDesignAndKeepsTheTitleAndFile)
+{
+    TempFolder dir;
+    const std::string path = dir.file("x.qmf");
+    Screen s;
+    s.type("Text18", "9");
+    s.click("mnuFileSaveAs", path);
+    s.click("mnuFileNew");
+    EXPECT_EQ(s.text("Text18"), "3");
+    EXPECT_EQ(s.text("Form"), std::string(kTitle) + " - x.qmf");
+    EXPECT_EQ(s.f->currentFile, path);
+}
+
+// --- The default design ------------------------------------------------------------
+
+enum class Default { None, Valid, Damaged };
+
+struct StartUp
+{
+    const char* name;
+    Default user, site;
+    const char* poles; ///< of the design that comes up
+    bool loaded;
+};
+
+class DefaultDesign : public ::testing::TestWithParam<StartUp>
+{
+};
+
+TEST_P(DefaultDesign, ComesUpSilently)
+{
+    const StartUp& c = GetParam();
+    TempFolder dir;
+    const std::string user = dir.file("config/QMdef.qmf");
+    const std::string site = dir.file("QMdef.qmf");
+    fs::create_directories(dir.path() / "config");
+    const auto place = [](const std::string& path, Default d, const char* poles) {
+        if (d == Default::Valid) writeFile(path, designOf(poles));
+        if (d == Default::Damaged) writeFile(path, designOf(poles).substr(0, 40));
+    };
+    place(user, c.user, "5");
+    place(site, c.site, "7");
+    Screen s(user, site);
+    EXPECT_TRUE(s.p.messages.empty());
+    EXPECT_EQ(s.text("Text18"), c.poles);
+    EXPECT_EQ(s.f->designLoaded, c.loaded ? -1 : 0);
+    EXPECT_EQ(s.text("Form"), kTitle);
+    EXPECT_FALSE(s.p.busy);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    StartUp, DefaultDesign,
+    ::testing::Values(StartUp{"NoneAnywhere", Default::None, Default::None, "3", false},
+                      StartUp{"UsersOwn", Default::Valid, Default::None, "5", true},
+                      StartUp{"UsersDamaged", Default::Damaged, Default::None, "3", false},
+                      StartUp{"SitesWhenUsersAbsent", Default::None, Default::Valid, "7", true},
+                      StartUp{"UsersBeforeSites", Default::Valid, Default::Valid, "5", true},
+                      StartUp{"UsersDamagedSiteUnread", Default::Damaged, Default::Valid, "3",
+                              false},
+                      StartUp{"SitesDamaged", Default::None, Default::Damaged, "3", false}),
+    nameOf<StartUp>);
+
+TEST(DefaultDesign, SaveAsDefaultWritesTheUsersFileAndMakesItsFolder)
+{
+    TempFolder dir;
+    const std::string user = dir.file("config/Quellmark/QMdef.qmf");
+    const std::string site = dir.file("QMdef.qmf");
+    writeFile(site, designOf("7"));
+    Screen s(user, site);
+    s.type("Text18", "6");
+    s.p.answers.push_back(qm::MessageAnswer::No);
+    s.click("SADmnu");
+    EXPECT_FALSE(fs::exists(user)) << "No writes nothing";
+    s.p.answers.push_back(qm::MessageAnswer::Yes);
+    s.click("SADmnu");
+    ASSERT_EQ(s.p.messages.size(), 2u);
+    EXPECT_EQ(s.p.messages[1].text,
+              "Do you want to save the present design to be opened the next time Quellmark "
+              "is opened?");
+    EXPECT_EQ(s.p.messages[1].buttons, qm::MessageButtons::YesNo);
+    EXPECT_EQ(readFile(user), qm::designFileText(*s.f));
+    EXPECT_EQ(readFile(site), designOf("7")) << "the site's file is never written";
+    EXPECT_EQ(s.text("Form"), kTitle);
+    // Save now goes to the default file without a dialog.
+    s.type("Text18", "8");
+    s.click("mnuFileSave");
+    EXPECT_TRUE(s.p.dialogs.empty());
+    EXPECT_EQ(readFile(user), qm::designFileText(*s.f));
+    Screen next(user, site);
+    EXPECT_EQ(next.text("Text18"), "8");
+}
+
+TEST(DefaultDesign, WithoutAPlaceForItSaveAsDefaultIsDisabled)
+{
+    Screen s;
+    EXPECT_FALSE(s.f->SADmnu.enabled);
+    TempFolder dir;
+    Screen t(dir.file("QMdef.qmf"));
+    EXPECT_TRUE(t.f->SADmnu.enabled);
+}
+
+TEST(DefaultDesign, TheDefaultFileOpenedFromTheMenuFailsSilently)
+{
+    TempFolder dir;
+    const std::string user = dir.file("QMdef.qmf");
+    Screen s(user);
+    writeFile(user, "damaged");
+    s.type("Text18", "6");
+    s.click("mnuFileOpen", user);
+    EXPECT_TRUE(s.p.messages.empty());
+    EXPECT_EQ(s.text("Text18"), "3") << "the built-in design stands in";
+}
+
+// --- Saves that can't be done ------------------------------------------------------
+
+enum class Fault { MissingFolder, TargetIsFolder, ReadOnlyFolder, DiskFull };
+
+struct SaveFault
+{
+    const char* name;
+    Fault fault;
+};
+
+/// Runs `save` with the size of a file this process may write limited to a
+/// few bytes, as a full disk would stop it.
+template <typename F> void withFullDisk(F save)
+{
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    rlimit tiny = old;
+    tiny.rlim_cur = 16;
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &tiny);
+    save();
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, oldHandler);
+}
+
+class FailedSave : public ::testing::TestWithParam<SaveFault>
+{
+};
+
+TEST_P(FailedSave, SaysWhyAndLeavesTheOldFileWhole)
+{
+    const Fault fault = GetParam().fault;
+    TempFolder dir;
+    std::string path = dir.file("old.qmf");
+    const std::string old = designOf("4");
+    writeFile(path, old);
+    Screen s;
+    s.click("mnuFileSaveAs", dir.file("first.qmf"));
+    switch (fault) {
+    case Fault::MissingFolder:
+        path = dir.file("missing/new.qmf");
+        break;
+    case Fault::TargetIsFolder:
+        path = dir.path().string();
+        break;
+    case Fault::ReadOnlyFolder:
+        fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
+        if (access(dir.path().c_str(), W_OK) == 0)
+            GTEST_SKIP() << "this user writes into read-only folders";
+        break;
+    case Fault::DiskFull:
+        break;
+    }
+    const std::string before = s.f->currentFile;
+    s.p.messages.clear();
+    s.type("Text18", "9");
+    bool saved = true;
+    if (fault == Fault::DiskFull)
+        withFullDisk([&] { saved = qm::SaveSub(*s.f, path); });
+    else
+        saved = qm::SaveSub(*s.f, path);
+    EXPECT_FALSE(saved);
+    ASSERT_EQ(s.p.messages.size(), 1u);
+    EXPECT_NE(s.p.messages[0].text.find(path), std::string::npos) << s.p.messages[0].text;
+    EXPECT_EQ(s.p.messages[0].title, "Quellmark");
+    EXPECT_EQ(s.f->currentFile, before);
+    EXPECT_EQ(readFile(dir.file("old.qmf")), old);
+    for (const auto& entry : fs::directory_iterator(dir.path()))
+        EXPECT_EQ(entry.path().string().find(".part"), std::string::npos) << entry.path();
+    // The program goes on: the next save to a good place works.
+    fs::permissions(dir.path(), fs::perms::owner_all);
+    EXPECT_TRUE(qm::SaveSub(*s.f, dir.file("next.qmf")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Saves, FailedSave,
+                         ::testing::Values(SaveFault{"MissingFolder", Fault::MissingFolder},
+                                           SaveFault{"TargetIsFolder", Fault::TargetIsFolder},
+                                           SaveFault{"ReadOnlyFolder", Fault::ReadOnlyFolder},
+                                           SaveFault{"DiskFull", Fault::DiskFull}),
+                         nameOf<SaveFault>);
+
+// --- A decimal comma -----------------------------------------------------------------
+
+TEST(DecimalComma, AFileWithPointsReadsOntoACommaScreen)
+{
+    TempFolder dir;
+    Screen a(dir.file("unused"), "", ',');
+    a.type("Text34", "2,5 k");
+    a.type("RespF", "7,5 k");
+    const std::string path = dir.file("comma.qmf");
+    ASSERT_TRUE(qm::SaveSub(*a.f, path));
+    EXPECT_NE(readFile(path).find("2500,"), std::string::npos);
+    Screen b("", "", ',');
+    qm::OpenFile(*b.f, path);
+    EXPECT_TRUE(b.p.messages.empty());
+    EXPECT_EQ(b.text("Text34"), "2500");
+    EXPECT_EQ(b.text("RespF"), "7,50 k");
+    Screen c("", "", '.');
+    qm::OpenFile(*c.f, path);
+    EXPECT_EQ(c.text("RespF"), "7.50 k") << "the entry's comma reads on a point screen";
+}
+
+} // namespace
