@@ -4,7 +4,8 @@
 set -euo pipefail
 
 packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libgmock-dev
-          libbenchmark-dev clang-format clang-tidy fonts-dejavu-core xvfb xauth)
+          libbenchmark-dev clang-format clang-tidy fonts-dejavu-core xvfb xauth
+          clang libclang-rt-14-dev)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -280,6 +280,8 @@ std::vector<BrokenFile> brokenFiles()
         {"ExtraFieldsAtTheEnd", good + "1,2,3\r\n", true},
         {"BlanksBeforeFields", withLine(5, "  0,\t4"), true},
         {"Latin1Name", withLine(3, "\"Butterw\xf6rth\""), true},
+        {"ThousandLatin1Characters", withLine(3, '"' + std::string(1000, '\xf6') + '"'), true},
+        {"TextOfAThousandAndOne", withLine(3, '"' + std::string(1001, 'x') + '"'), false},
         {"RoundedListIndex", withLine(5, "0.4,3.6"), true},
     };
 }

@@ -212,6 +212,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             throw UsageError("unknown option '" + args[i] + "' (see --help)");
         }
     }
+    checkFileOptions(cl);
     return cl;
 }
 

@@ -39,6 +39,14 @@ bool addFileFlag(CommandLine& cl, const std::string& option)
     return true;
 }
 
+void checkFileOptions(const CommandLine& cl)
+{
+    if (!cl.defaultDesign.empty()) return;
+    for (const OwnAnswers& own : cl.ownAnswers)
+        if (cl.actions[own.action].control == "SADmnu")
+            throw UsageError("--save-as-default needs --default-design PATH");
+}
+
 void runActions(QuellmarkForm& form, RecordingPlatform& platform, const CommandLine& cl)
 {
     for (std::size_t i = 0; i < cl.actions.size(); ++i) {

@@ -17,6 +17,10 @@ void addSaveAs(CommandLine& cl, const std::string& path);
 /// --save, --new and --save-as-default; false for any other option.
 bool addFileFlag(CommandLine& cl, const std::string& option);
 
+/// Throws UsageError for file options that can't work together:
+/// --save-as-default without --default-design.
+void checkFileOptions(const CommandLine& cl);
+
 /// Applies the actions in order, each with its own answers when it has
 /// them; the others take the answers of --answer and --answer-file.
 void runActions(QuellmarkForm& form, RecordingPlatform& platform, const CommandLine& cl);

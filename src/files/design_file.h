@@ -14,7 +14,7 @@ class QuellmarkForm;
 constexpr const char* kNotADesignFile = "Selected file is not a valid Quellmark filter design file";
 
 /// A file larger than this is not a design file; it isn't read at all.
-constexpr std::size_t kMaxDesignFileBytes = 1024 * 1024;
+constexpr std::size_t kMaxDesignFileBytes = std::size_t{1024} * 1024;
 
 /// The 22 lines of the present design, as SaveSub writes them.
 std::string designFileText(const QuellmarkForm& f);

@@ -3,12 +3,16 @@
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
 
+#include <algorithm>
+
 namespace qm {
 
 namespace {
 
-/// A longer field is no entry of the design screen.
-constexpr std::size_t kMaxFieldLength = 1000;
+/// A text of more characters is no entry of the design screen.
+constexpr std::size_t kMaxTextCharacters = 1000;
+/// Four bytes are the most one character takes.
+constexpr std::size_t kMaxFieldBytes = 4 * kMaxTextCharacters;
 
 bool isBlank(char c)
 {
@@ -73,7 +77,7 @@ std::string FieldReader::field()
         ++pos_;
     if (pos_ >= bytes_.size()) throw DesignFileError("the file ends early");
     std::string f = bytes_[pos_] == '"' ? quoted() : unquoted();
-    if (f.size() > kMaxFieldLength) throw DesignFileError("a field is too long");
+    if (f.size() > kMaxFieldBytes) throw DesignFileError("a field is too long");
     return f;
 }
 
@@ -113,7 +117,14 @@ void FieldReader::endOfField()
 
 std::string FieldReader::text()
 {
-    return utf8OrLatin1(field());
+    std::string t = utf8OrLatin1(field());
+    // Characters, not bytes: a text read as Latin-1 and written back as
+    // UTF-8 is as long as before.
+    const auto characters = std::count_if(
+        t.begin(), t.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
+    if (static_cast<std::size_t>(characters) > kMaxTextCharacters)
+        throw DesignFileError("a text is too long");
+    return t;
 }
 
 std::int16_t FieldReader::integer()

@@ -27,6 +27,7 @@ class FieldReader
     std::string field();
 
     /// A text field, as UTF-8: bytes that aren't UTF-8 are read as Latin-1.
+    /// A text of more than a thousand characters is no entry.
     std::string text();
     /// An integer; a fraction is rounded, halves to even.
     std::int16_t integer();

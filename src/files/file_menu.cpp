@@ -96,7 +96,6 @@ void registerFileMenuHandlers(QuellmarkForm& form)
                            {"SADmnu", SADmnu_Click}})
         form.on(e.name, FormEvent::Click,
                 [click = e.click](QuellmarkForm& f, int, const EventArgs&) { click(f); });
-    form.SADmnu.enabled = !form.platform.defaultDesignPath.empty();
 }
 
 } // namespace qm

@@ -21,10 +21,10 @@ void mnuFileNew_click(QuellmarkForm& f);
 void mnuFileOpen_Click(QuellmarkForm& f);
 void mnuFileSave_Click(QuellmarkForm& f);
 void mnuFileSaveAs_Click(QuellmarkForm& f);
+/// Does nothing when the platform has no place for a default design.
 void SADmnu_Click(QuellmarkForm& f);
 
-/// Registers the handlers above; "Save as default" is disabled when the
-/// platform has no place for a default design.
+/// Registers the handlers above.
 void registerFileMenuHandlers(QuellmarkForm& form);
 
 } // namespace qm

@@ -3,6 +3,7 @@
 // folder, and the title bar that follows.
 #include "shell_harness.h"
 
+#include "design/cycle.h"
 #include "files/design_file.h"
 #include "shell/design_drop.h"
 #include "shell/shell_style.h"
