@@ -76,7 +76,13 @@ struct Screen
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const std::string path = "/tmp/quellmark-fuzz-" + std::to_string(getpid()) + ".qmf";
+    // One file per fuzzing process, removed as the process ends.
+    static const struct ScratchFile
+    {
+        std::string path = "/tmp/quellmark-fuzz-" + std::to_string(getpid()) + ".qmf";
+        ~ScratchFile() { std::remove(path.c_str()); }
+    } scratch;
+    const std::string& path = scratch.path;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const std::string input = lower(bytes);
     writeFile(path, bytes);

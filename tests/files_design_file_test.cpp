@@ -7,6 +7,7 @@
 #include "numbers/number_text.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
+#include "support/files_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -20,72 +21,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Screen
-{
-    explicit Screen(char decSep = '.', const std::string& defaultPath = "")
-    {
-        qm::PlatformServices s = p.services();
-        s.decimalSeparator = decSep;
-        s.defaultDesignPath = defaultPath;
-        f = std::make_unique<qm::QuellmarkForm>(s);
-        qm::Form_Initialize(*f);
-    }
-    void type(const std::string& entry, const std::string& text)
-    {
-        f->moveFocus(entry);
-        f->find(entry)->text = text;
-        f->moveFocus("");
-    }
-    const std::string& text(const std::string& name) { return f->find(name)->text; }
-    bool messaged(const char* text) const
-    {
-        for (const auto& m : p.messages)
-            if (m.text == text) return true;
-        return false;
-    }
-
-    qm::RecordingPlatform p;
-    std::unique_ptr<qm::QuellmarkForm> f;
-};
-
-class TempFolder
-{
-  public:
-    TempFolder()
-    {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = std::string("qm_files_") + info->test_suite_name() + "_" + info->name();
-        for (char& c : name)
-            if (c == '/') c = '_';
-        path_ = fs::temp_directory_path() / name;
-        fs::remove_all(path_);
-        fs::create_directories(path_);
-    }
-    ~TempFolder()
-    {
-        std::error_code ec;
-        fs::permissions(path_, fs::perms::owner_all, ec);
-        fs::remove_all(path_, ec);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
-void writeFile(const std::string& path, const std::string& bytes)
-{
-    std::ofstream(path, std::ios::binary) << bytes;
-}
-
-template <typename T> std::string nameOf(const ::testing::TestParamInfo<T>& param)
-{
-    return param.param.name;
-}
+using qm::test::nameOf;
+using qm::test::TempFolder;
+using qm::test::writeFile;
+using Screen = qm::test::FileScreen;
 
 std::vector<std::string> linesOf(const std::string& text)
 {
@@ -118,7 +57,7 @@ TEST(DesignFileText, BuiltInDesignReadsAsTheProgramHasAlwaysWrittenIt)
 
 TEST(DesignFileText, NumbersTakeAPointUnderADecimalComma)
 {
-    Screen s(',');
+    Screen s("", "", ',');
     s.type("Text34", "2,5 k");
     s.type("Text12", "4,7 k");
     const std::vector<std::string> lines = linesOf(qm::designFileText(*s.f));

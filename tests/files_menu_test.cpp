@@ -5,6 +5,7 @@
 #include "files/file_menu.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
+#include "support/files_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -24,82 +25,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Screen
-{
-    explicit Screen(const std::string& userDefault = "", const std::string& siteDefault = "",
-                    char decSep = '.')
-    {
-        qm::PlatformServices s = p.services();
-        s.defaultDesignPath = userDefault;
-        s.siteDefaultDesignPath = siteDefault;
-        s.decimalSeparator = decSep;
-        f = std::make_unique<qm::QuellmarkForm>(s);
-        qm::Form_Initialize(*f);
-    }
-    void type(const std::string& entry, const std::string& text)
-    {
-        f->moveFocus(entry);
-        f->find(entry)->text = text;
-        f->moveFocus("");
-    }
-    void click(const char* menu) { f->raise(menu, qm::FormEvent::Click); }
-    /// Clicks a menu entry with the dialog's and the question's answers.
-    void click(const char* menu, const std::string& file,
-               qm::MessageAnswer answer = qm::MessageAnswer::Yes)
-    {
-        p.fileAnswers.push_back(file);
-        p.answers.push_back(answer);
-        click(menu);
-        p.fileAnswers.clear();
-        p.answers.clear();
-    }
-    const std::string& text(const std::string& name) { return f->find(name)->text; }
-
-    qm::RecordingPlatform p;
-    std::unique_ptr<qm::QuellmarkForm> f;
-};
-
-class TempFolder
-{
-  public:
-    TempFolder()
-    {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = std::string("qm_menu_") + info->test_suite_name() + "_" + info->name();
-        for (char& c : name)
-            if (c == '/') c = '_';
-        path_ = fs::temp_directory_path() / name;
-        fs::remove_all(path_);
-        fs::create_directories(path_);
-    }
-    ~TempFolder()
-    {
-        std::error_code ec;
-        fs::permissions(path_, fs::perms::owner_all, ec);
-        fs::remove_all(path_, ec);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
-std::string readFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-void writeFile(const std::string& path, const std::string& bytes)
-{
-    std::ofstream(path, std::ios::binary) << bytes;
-}
+using qm::test::nameOf;
+using qm::test::readFile;
+using qm::test::TempFolder;
+using qm::test::writeFile;
+using Screen = qm::test::FileScreen;
 
 /// A design file of `poles` Butterworth poles, as the program writes it.
 std::string designOf(const char* poles)
@@ -107,11 +37,6 @@ std::string designOf(const char* poles)
     Screen s;
     s.type("Text18", poles);
     return qm::designFileText(*s.f);
-}
-
-template <typename T> std::string nameOf(const ::testing::TestParamInfo<T>& param)
-{
-    return param.param.name;
 }
 
 constexpr const char* kTitle = "Halvorn Devices Quellmark";
@@ -454,7 +379,7 @@ TEST(FailedSave, ReadOnlyFolderKeepsTheOldFileWhole)
 TEST(DecimalComma, AFileWithPointsReadsOntoACommaScreen)
 {
     TempFolder dir;
-    Screen a(dir.file("unused"), "", ',');
+    Screen a("", "", ',');
     a.type("Text34", "2,5 k");
     a.type("RespF", "7,5 k");
     const std::string path = dir.file("comma.qmf");

