@@ -13,7 +13,7 @@ set -euo pipefail
 packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
           fonts-dejavu-core poppler-utils)
 if [ "${1:-}" = "--checks" ]; then
-    packages+=(clang-format clang-tidy)
+    packages+=(clang-format clang-tidy clang libclang-rt-14-dev)
 fi
 
 missing=()

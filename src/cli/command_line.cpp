@@ -1,5 +1,7 @@
 #include "cli/command_line.h"
 
+#include "cli/file_options.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -200,7 +202,7 @@ const std::map<std::string, Handler>& valueOptions()
         {"--save-chart-data",
          [](CommandLine& cl, const std::string& v) {
              if (v.empty()) throw UsageError("--save-chart-data needs a file path");
-             cl.ownAnswers.push_back({cl.actions.size(), v});
+             cl.ownAnswers.push_back({cl.actions.size(), {v}, {MessageAnswer::Yes}});
              addAction(cl, {ActionKind::Click, "SaveChartData", ""});
          }},
         {"--answer-file",
@@ -211,6 +213,9 @@ const std::map<std::string, Handler>& valueOptions()
              if (a != "yes" && a != "no") throw UsageError("--answer takes yes or no");
              cl.answers.push_back(a == "yes" ? MessageAnswer::Yes : MessageAnswer::No);
          }},
+        {"--open", addOpen},
+        {"--save-as", addSaveAs},
+        {"--default-design", [](CommandLine& cl, const std::string& v) { cl.defaultDesign = v; }},
     };
     return kOptions;
 }
@@ -240,6 +245,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
         } else if (option == "--single-ended") {
             addAction(cl, {ActionKind::Uncheck, "FDAcircuit", ""});
+        } else if (addFileFlag(cl, option)) {
         } else if (auto it = valueOptions().find(option); it != valueOptions().end()) {
             if (!hasValue) {
                 // The next option is never taken for a missing value.
@@ -254,14 +260,16 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             throw UsageError("unknown option '" + args[i] + "' (see --help)");
         }
     }
+    checkFileOptions(cl);
     return cl;
 }
 
 std::string usageText()
 {
     return R"(Usage: quellmark-cli [OPTION]...
-Starts the design screen with its built-in design, applies the actions in the
-order given, as a person would, and prints the screen.
+Starts the design screen with its default design (the built-in one unless
+--default-design names a file), applies the actions in the order given, as a
+person would, and prints the screen.
 
 Actions on controls (NAME as the screen names it: Text34, GainTB(1), ...):
   --type NAME=TEXT     focus the entry, replace its text, leave it (validates)
@@ -303,9 +311,20 @@ Answers to what the actions ask, taken in the order asked:
 Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
 
+Design files (each answers its own dialog and question):
+  --open PATH          File > Open, choosing PATH
+  --save-as PATH       File > Save As, choosing PATH; yes if it asks to overwrite
+  --save               File > Save (Save As, asking, when nothing was saved yet)
+  --new                File > New: the default design again
+  --save-as-default    Options > Save as default, answering yes
+  --default-design PATH  where this run's default design lives: read at the
+                       start and by --new, written by --save-as-default;
+                       without it the built-in design is the default
+
 Output:
-  --json               every control as JSON, with the message boxes raised and
-                       the design as numbers in SI units ("design", see README)
+  --json               every control as JSON, the title bar, the message boxes
+                       raised and the design as numbers in SI units ("design",
+                       see README)
   --show NAME          print only this control (repeatable)
   --list-controls      every control's name, kind and what it is, then stop
   --decimal-separator C  '.' or ',' instead of the locale's

@@ -15,6 +15,16 @@ class UsageError : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
+/// Answers that one action brings with it (--open, --save-as,
+/// --save-as-default): its dialogs and questions get these alone, and an
+/// answer it didn't need is not left for later ones.
+struct OwnAnswers
+{
+    std::size_t action = 0; ///< place of the action in CommandLine::actions
+    std::vector<std::string> fileAnswers;
+    std::vector<MessageAnswer> answers;
+};
+
 struct CommandLine
 {
     std::vector<UserAction> actions;
@@ -26,16 +36,11 @@ struct CommandLine
     /// Answers for the dialogs and questions the actions raise, in order.
     std::vector<std::string> fileAnswers;
     std::vector<MessageAnswer> answers;
-    /// Answers that belong to one action alone: its file dialog takes `path`
-    /// and its overwrite question, if it asks one, Yes.
-    struct OwnAnswer
-    {
-        std::size_t action; ///< index into actions
-        std::string path;
-    };
-    std::vector<OwnAnswer> ownAnswers;
     std::vector<int> printAnswers; ///< copies from the print dialogs; 0 cancels
     std::string settingsFile;      ///< INI file of the settings; empty keeps them in memory
+    std::vector<OwnAnswers> ownAnswers;
+    /// Where this run's default design lives; empty for none.
+    std::string defaultDesign;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

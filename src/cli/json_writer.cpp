@@ -89,7 +89,7 @@ void appendControl(std::string& out, const Control& c)
 
 std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform)
 {
-    std::string out = "{\"controls\": {";
+    std::string out = "{\"title\": \"" + jsonEscape(form.Form.text) + "\", \"controls\": {";
     bool first = true;
     for (const Control* c : form.all()) {
         out += first ? "\n  " : ",\n  ";

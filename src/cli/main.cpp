@@ -1,8 +1,8 @@
 // quellmark-cli: the design screen without a window, for scripts.
 #include "cli/command_line.h"
 #include "cli/control_guide.h"
+#include "cli/file_options.h"
 #include "cli/json_writer.h"
-#include "cli/scripted_actions.h"
 #include "design/cycle.h"
 #include "files/ini_settings.h"
 #include "screen/quellmark_form.h"
@@ -54,6 +54,7 @@ int main(int argc, char** argv)
         platform.printAnswers.assign(cl.printAnswers.begin(), cl.printAnswers.end());
         qm::PlatformServices services = platform.services();
         services.decimalSeparator = cl.decimalSeparator;
+        services.defaultDesignPath = cl.defaultDesign;
         platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
@@ -62,7 +63,7 @@ int main(int argc, char** argv)
             std::cout << qm::controlList(form);
             return 0;
         }
-        qm::applyActions(form, platform, cl);
+        qm::runActions(form, platform, cl);
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else

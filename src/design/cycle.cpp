@@ -18,6 +18,8 @@ namespace qm {
 
 namespace {
 
+constexpr int kMaxPoleCount = 10;
+
 /// Keeps the busy pointer up while the cycle runs, and takes it down however
 /// the run ends.
 class BusyScope
@@ -66,6 +68,9 @@ void prepareRun(QuellmarkForm& f)
 void readDesignEntries(QuellmarkForm& f)
 {
     f.n = toI16(std::round(strictNumber(f.Text18.text, f.decSep)));
+    // The section arrays hold ten poles; a count beyond them, which only a
+    // design file can bring, is a subscript out of range.
+    if (f.n < 1 || f.n > kMaxPoleCount) throw CalcFailure("subscript out of range");
     if (f.FDAcircuit.checked()) {
         f.selectOption(f.MFBtype);
         f.SallenKey.enabled = false;

@@ -101,7 +101,8 @@ struct DesignRecord
     // Files, printing, shell.
     i16 designLoaded = 0;
     std::string currentFile;
-    std::string commonDialogFileName;
+    /// A design file is being read: every failure belongs to the reader.
+    bool readingDesignFile = false;
     std::uint32_t savedBackColor = 0;
     bool showAboutSetting = true;
     bool formLoaded = false; ///< the window's first load has run

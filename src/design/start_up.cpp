@@ -1,4 +1,5 @@
 #include "design/cycle.h"
+#include "files/design_file.h"
 #include "numbers/eng_text.h"
 #include "numbers/number_text.h"
 #include "screen/about_window.h"
@@ -24,13 +25,6 @@ void Form_Load(QuellmarkForm& f)
     if (f.showAboutSetting) ShowAboutWindow(f);
     f.suppressUpdate = -1;
     f.formLoaded = true;
-}
-
-/// The default design file comes with the design files; until then the
-/// built-in design stands in for it.
-void OpenDefault(QuellmarkForm& f)
-{
-    LoadNoDefaultFile(f);
 }
 
 } // namespace

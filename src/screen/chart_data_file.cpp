@@ -2,6 +2,7 @@
 #include "chart/chart_export.h"
 #include "files/whole_file.h"
 #include "screen/chart_interaction.h"
+#include "screen/common_dialog.h"
 #include "screen/quellmark_form.h"
 
 namespace qm {
@@ -19,12 +20,8 @@ constexpr const char* kOverwriteTitle = "title";
 /// shared dialog opens with the name it last held and keeps the new one.
 std::string chooseFile(QuellmarkForm& f)
 {
-    if (!f.platform.dialogs) return {};
-    const FileDialogRequest request{kDialogTitle, kDialogFilter, kDefaultExt,
-                                    f.commonDialogFileName};
-    std::string path = f.platform.dialogs->showFileDialog(FileDialogKind::Save, request);
-    if (!path.empty()) f.commonDialogFileName = path;
-    return path;
+    return showCommonDialog(f.platform, f, FileDialogKind::Save,
+                            {kDialogTitle, kDialogFilter, kDefaultExt, {}});
 }
 
 /// Whether the file may be written: it isn't there, or the designer said

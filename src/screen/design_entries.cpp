@@ -296,6 +296,8 @@ void validateEntry(QuellmarkForm& f, const std::function<void()>& work,
     try {
         work();
     } catch (const CalcFailure&) {
+        // While a design file is read, the file is what failed, not an entry.
+        if (f.readingDesignFile) throw;
         f.showMessage(QuellmarkForm::kEntryNotUnderstood);
         afterFailure();
     }
@@ -334,6 +336,11 @@ void RespF_Validate(QuellmarkForm& f)
 {
     validateEntry(
         f, [&] { RespF_Work(f); }, [&] { f.RespF.text.clear(); });
+}
+
+void RevalidateRespF(QuellmarkForm& f)
+{
+    RespF_Work(f);
 }
 
 void TypeFilterReaction(QuellmarkForm& f)

@@ -27,6 +27,9 @@ void Text12_Validate(QuellmarkForm& f);
 /// Cleans the response frequency, stores it in respFreq, moves the chart's
 /// cursor line to it and recalculates. Also run after a design file is read.
 void RespF_Validate(QuellmarkForm& f);
+/// The same validation after a design file is read, without a catch of its
+/// own: a failure goes on to the reader.
+void RevalidateRespF(QuellmarkForm& f);
 
 /// What choosing a family in TypeFilter does to the entries and the record.
 void TypeFilterReaction(QuellmarkForm& f);

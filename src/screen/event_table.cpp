@@ -1,7 +1,8 @@
 #include "screen/event_table.h"
 
-#include "screen/pole_pair_entry.h"
+#include "files/file_menu.h"
 #include "files/printing.h"
+#include "screen/pole_pair_entry.h"
 #include "screen/quellmark_form.h"
 #include "screen/shell_menus.h"
 
@@ -16,6 +17,7 @@ void registerFormHandlers(QuellmarkForm& form)
     registerChartHandlers(form);
     registerPrintHandlers(form);
     registerShellHandlers(form);
+    registerFileMenuHandlers(form);
 }
 
 } // namespace qm

@@ -128,6 +128,11 @@ struct PlatformServices
     HelpViewer* help = nullptr;
     /// The locale's decimal separator; '\0' takes it from the C++ locale.
     char decimalSeparator = '\0';
+    /// Where the default design lives: the user's own file, which "Save as
+    /// default" writes, and the site's, read only while the user's is absent
+    /// and never written. Empty for none.
+    std::string defaultDesignPath;
+    std::string siteDefaultDesignPath;
 };
 
 } // namespace qm

@@ -4,6 +4,7 @@
 // control's handler at once, inside the setting code, as a click would;
 // suppressUpdate is the only guard against a recalculation from there.
 #include "design/design_record.h"
+#include "screen/common_dialog.h"
 #include "screen/form_controls.h"
 #include "screen/platform.h"
 
@@ -33,7 +34,7 @@ class QuellmarkForm;
 /// array element, -1 for a single control.
 using FormHandler = std::function<void(QuellmarkForm&, int index, const EventArgs&)>;
 
-class QuellmarkForm : public FormControls, public DesignRecord
+class QuellmarkForm : public FormControls, public DesignRecord, public CommonDialog
 {
   public:
     explicit QuellmarkForm(PlatformServices services);

@@ -89,10 +89,16 @@ void MemorySettings::saveSetting(const std::string& app, const std::string& sect
 
 PlatformServices RecordingPlatform::services()
 {
-    PlatformServices s{this, this, &graph, &background, this, this};
+    PlatformServices s;
     s.printer = this;
     s.settings = settings;
     s.help = this;
+    s.messages = this;
+    s.busy = this;
+    s.graph = &graph;
+    s.background = &background;
+    s.dialogs = this;
+    s.files = this;
     return s;
 }
 

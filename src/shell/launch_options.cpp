@@ -1,8 +1,11 @@
 #include "shell/launch_options.h"
 
+#include "files/file_menu.h"
+#include "screen/quellmark_form.h"
 #include "shell/main_window.h"
 #include "shell/shell_services.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <cstdio>
@@ -37,11 +40,9 @@ void report(const QString& text)
 
 } // namespace
 
-QString openDesignFile(QuellmarkForm&, const QString&)
+void openLaunchDesign(QuellmarkForm& form, const QString& path)
 {
-    // Opening a design file joins the design files' reader; until then the
-    // request is refused with a reason.
-    return QStringLiteral("opening a design file is not available");
+    form.runGuarded([&] { openDesignFile(form, QFile::encodeName(path).toStdString()); });
 }
 
 LaunchOptions parseLaunchOptions(const QStringList& args)
@@ -83,12 +84,8 @@ int runBatchPrint(const LaunchOptions& options)
     if (!options.settingsFile.isEmpty()) window.shell().settings.useFile(options.settingsFile);
     window.start();
     if (!options.design.isEmpty()) {
-        const QString failure = openDesignFile(window.form(), options.design);
-        if (!failure.isEmpty() || messages.count > 0) {
-            if (!failure.isEmpty())
-                report(QFileInfo(options.design).fileName() + QStringLiteral(": ") + failure);
-            return kFailed;
-        }
+        openLaunchDesign(window.form(), options.design);
+        if (messages.count > 0) return kFailed;
     }
     QtPrinter& printer = window.shell().printer;
     printer.printToPdfFile(options.printPdf);

@@ -19,8 +19,9 @@ LaunchOptions parseLaunchOptions(const QStringList& args);
 
 class QuellmarkForm;
 
-/// Opens the design file `path` on the form; the reason when it couldn't.
-QString openDesignFile(QuellmarkForm& form, const QString& path);
+/// Opens the design file `path` on the form for a run without a window; a
+/// file that is not a design raises its message box, which the caller counts.
+void openLaunchDesign(QuellmarkForm& form, const QString& path);
 
 /// Whether the arguments ask for a run without a window.
 bool wantsBatchPrint(int argc, char** argv);

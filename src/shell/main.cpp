@@ -1,4 +1,5 @@
-// quellmark: the design screen in a window.
+// quellmark [PATH]: the design screen in a window, with the design file
+// PATH opened if one is given.
 #include "shell/launch_options.h"
 #include "shell/main_window.h"
 #include "shell/shell_services.h"
@@ -6,6 +7,7 @@
 #include "shell/splash.h"
 
 #include <QApplication>
+#include <QFile>
 
 #include <cstdio>
 #include <vector>
@@ -46,11 +48,10 @@ int main(int argc, char** argv)
     else
         window.shell().settings.useFile(options.settingsFile);
     window.start();
-    if (!options.design.isEmpty()) {
-        const QString failure = qm::openDesignFile(window.form(), options.design);
-        if (!failure.isEmpty()) std::fprintf(stderr, "quellmark: %s\n", qPrintable(failure));
-    }
     window.readSettings();
     window.show();
+    // quellmark PATH: the design file opens once the screen is up.
+    if (!options.design.isEmpty())
+        window.openDesign(QFile::encodeName(options.design).toStdString());
     return QApplication::exec();
 }

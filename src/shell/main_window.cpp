@@ -1,8 +1,10 @@
 #include "shell/main_window.h"
 
 #include "design/cycle.h"
+#include "files/file_menu.h"
 #include "shell/about_dialog.h"
 #include "shell/chart_view.h"
+#include "shell/design_drop.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
 #include "shell/shell_services.h"
@@ -12,6 +14,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFile>
+#include <QLayout>
 #include <QMenuBar>
 
 #include <algorithm>
@@ -31,6 +35,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     stage_->onResize = [this] { fitToStage(); };
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { focusMovedTo(now); });
+    setAcceptDrops(true);
+    qApp->installEventFilter(new DesignDrop(
+        this, [this](const QString& path) { openDesign(QFile::encodeName(path).toStdString()); }));
     syncFromModel();
 }
 
@@ -52,6 +59,11 @@ void MainWindow::start()
             b->widget->setFocus(Qt::TabFocusReason);
             break;
         }
+}
+
+void MainWindow::openDesign(const std::string& path)
+{
+    dispatch([&] { form_.runGuarded([&] { openDesignFile(form_, path); }); });
 }
 
 QWidget* MainWindow::widgetOf(std::string_view control) const

@@ -44,6 +44,8 @@ class MainWindow : public QMainWindow, private ControlEvents
 
     /// Starts the design screen: the default design, recalculated and drawn.
     void start();
+    /// Opens a design file as the Open menu does once it has the name.
+    void openDesign(const std::string& path);
 
     QuellmarkForm& form() { return form_; }
     QtPlatform& platform() { return platform_; }

@@ -1,9 +1,11 @@
 #include "shell/qt_platform.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QStandardPaths>
 
 namespace qm {
 
@@ -128,6 +130,13 @@ PlatformServices QtPlatform::services()
     s.background = &background;
     s.dialogs = this;
     s.files = this;
+    // The user's default design in the user's configuration folder; the
+    // site's beside the program, which the program never writes.
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    if (!config.isEmpty())
+        s.defaultDesignPath = (config + QStringLiteral("/QMdef.qmf")).toStdString();
+    s.siteDefaultDesignPath =
+        (QCoreApplication::applicationDirPath() + QStringLiteral("/QMdef.qmf")).toStdString();
     return s;
 }
 
