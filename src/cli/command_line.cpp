@@ -86,7 +86,10 @@ const std::map<std::string, Handler>& valueOptions()
          }},
         {"--click",
          [](CommandLine& cl, const std::string& v) {
-             addAction(cl, {ActionKind::Click, v, ""});
+             // A grid's column head is clicked as GRID=COLUMN.
+             const auto eq = v.find('=');
+             addAction(cl, {ActionKind::Click, v.substr(0, eq),
+                            eq == std::string::npos ? "" : v.substr(eq + 1)});
          }},
         {"--dblclick",
          [](CommandLine& cl, const std::string& v) {

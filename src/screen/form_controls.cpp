@@ -230,6 +230,22 @@ Control& FormControls::addWindowControl(std::string_view window, std::string_vie
     return c;
 }
 
+GridModel& FormControls::addWindowGrid(std::string_view window, std::string_view name)
+{
+    const Control& c = addWindowControl(window, name, ControlKind::Grid);
+    GridModel& g = gridTables_.emplace_back();
+    g.name = c.name;
+    grids_.push_back(&g);
+    return g;
+}
+
+GridModel* FormControls::grid(std::string_view name)
+{
+    for (GridModel* g : grids_)
+        if (g->name == name) return g;
+    return nullptr;
+}
+
 Control* FormControls::find(std::string_view name)
 {
     auto it = byName_.find(std::string(name));

@@ -29,6 +29,61 @@ int listItem(const Control& list, const std::string& item)
     throw ActionError("list " + list.name + " has no item '" + item + "'");
 }
 
+void requireKind(const Control& c, ControlKind kind, const char* what);
+
+/// A whole number from `low` to `high`, or an ActionError that says so.
+int numberIn(const Control& c, const std::string& text, int low, int high, const char* what)
+{
+    char* end = nullptr;
+    const long v = std::strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || v < low || v > high)
+        throw ActionError(c.name + " has no " + what + " '" + text + "' (" + std::to_string(low) +
+                          " to " + std::to_string(high) + ")");
+    return static_cast<int>(v);
+}
+
+GridModel& gridOf(QuellmarkForm& form, const Control& c)
+{
+    GridModel* g = form.grid(c.name);
+    if (!g) throw ActionError(c.name + " is not a grid");
+    return *g;
+}
+
+/// "ROW" or "ROW,COL": the grid's current cell moves there.
+void selectGridCell(QuellmarkForm& form, Control& c, const std::string& text)
+{
+    GridModel& g = gridOf(form, c);
+    const auto comma = text.find(',');
+    const int lastColumn = static_cast<int>(g.columns.size()) - 1;
+    const int row = numberIn(c, text.substr(0, comma), 0, g.rowCount() - 1, "row");
+    const int col =
+        comma == std::string::npos ? g.col : numberIn(c, text.substr(comma + 1), 0, lastColumn, "column");
+    form.moveFocus(c.name);
+    g.row = row;
+    g.col = col;
+    form.raise(c.name, FormEvent::RowColChange);
+}
+
+void clickGridHead(QuellmarkForm& form, Control& c, const std::string& text)
+{
+    GridModel& g = gridOf(form, c);
+    EventArgs args;
+    args.column = numberIn(c, text, 0, static_cast<int>(g.columns.size()) - 1, "column");
+    form.moveFocus(c.name);
+    form.raise(c.name, FormEvent::HeadClick, args);
+}
+
+/// Typing into a grid replaces the text of its current cell, where the grid
+/// allows it.
+void typeIntoGrid(QuellmarkForm& form, Control& c, const std::string& text)
+{
+    GridModel& g = gridOf(form, c);
+    std::string* cell = g.currentCell();
+    if (!g.allowUpdate || !cell) throw ActionError(c.name + " can't be changed here");
+    form.moveFocus(c.name);
+    *cell = text;
+}
+
 void requireKind(const Control& c, ControlKind kind, const char* what)
 {
     if (c.kind != kind) throw ActionError(c.name + " is not " + what);
@@ -36,9 +91,14 @@ void requireKind(const Control& c, ControlKind kind, const char* what)
 
 void typeInto(QuellmarkForm& form, Control& c, const std::string& text, bool pressEnter)
 {
+    if (c.kind == ControlKind::Grid) {
+        typeIntoGrid(form, c, text);
+        return;
+    }
     requireKind(c, ControlKind::TextBox, "a text entry");
     form.moveFocus(c.name);
     c.text = text;
+    if (form.hasHandler(c.base, FormEvent::Change)) form.raise(c.name, FormEvent::Change);
     if (pressEnter) {
         EventArgs enter;
         enter.keyCode = kKeyEnter;
@@ -48,8 +108,12 @@ void typeInto(QuellmarkForm& form, Control& c, const std::string& text, bool pre
     }
 }
 
-void clickOn(QuellmarkForm& form, Control& c)
+void clickOn(QuellmarkForm& form, Control& c, const std::string& text)
 {
+    if (c.kind == ControlKind::Grid && !text.empty()) {
+        clickGridHead(form, c, text);
+        return;
+    }
     switch (c.kind) {
     case ControlKind::OptionButton:
         form.moveFocus(c.name);
@@ -60,6 +124,7 @@ void clickOn(QuellmarkForm& form, Control& c)
         form.runGuarded([&] { form.setCheck(c, c.value == kChecked ? 0 : kChecked); });
         break;
     case ControlKind::Button:
+    case ControlKind::Grid:
     case ControlKind::ListBox:
     case ControlKind::TextBox:
         form.moveFocus(c.name);
@@ -114,6 +179,10 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
         typeInto(form, c, action.text, true);
         break;
     case ActionKind::Select: {
+        if (c.kind == ControlKind::Grid) {
+            selectGridCell(form, c, action.text);
+            break;
+        }
         requireKind(c, ControlKind::ListBox, "a list");
         const int index = listItem(c, action.text);
         form.moveFocus(c.name);
@@ -121,7 +190,7 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
         break;
     }
     case ActionKind::Click:
-        clickOn(form, c);
+        clickOn(form, c, action.text);
         break;
     case ActionKind::Mouse:
         mouseOn(form, c, pointAt(c, action.text));
@@ -134,7 +203,7 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
     case ActionKind::Uncheck: {
         requireKind(c, ControlKind::CheckBox, "a check box");
         const bool want = action.kind == ActionKind::Check;
-        if (c.checked() != want) clickOn(form, c);
+        if (c.checked() != want) clickOn(form, c, {});
         break;
     }
     }
