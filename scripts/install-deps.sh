@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libgmock-dev
-          libbenchmark-dev clang-format clang-tidy fonts-dejavu-core xvfb xauth)
+          libbenchmark-dev libsqlite3-dev clang-format clang-tidy fonts-dejavu-core xvfb xauth)
 
 missing=()
 for p in "${packages[@]}"; do

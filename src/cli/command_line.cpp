@@ -166,6 +166,14 @@ const std::map<std::string, Handler>& valueOptions()
         {"--show", [](CommandLine& cl, const std::string& v) { cl.only.push_back(v); }},
         {"--answer-file",
          [](CommandLine& cl, const std::string& v) { cl.fileAnswers.push_back(v); }},
+        {"--catalogue",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.databasePath = v; }},
+        {"--import-amplifiers",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.imports.push_back(v); }},
+        {"--export-amplifiers",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.exports.push_back(v); }},
+        {"--datasheets",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.dataSheetFolders.push_back(v); }},
         {"--answer",
          [](CommandLine& cl, const std::string& v) {
              const std::string a = lower(v);
@@ -244,17 +252,37 @@ Design settings (each is one of the actions above):
   --resistors SERIES   Exact, E12, E24, E48, E96 or E192
   --capacitors SERIES  E6, E12 or E24
 
+Amplifier catalogue (Options > "Amplifier catalogue" is --click CatalogueMnu;
+its windows' controls are frmKRNamps.NAME and PartList.NAME):
+  --catalogue PATH     the catalogue database of this run, created if missing;
+                       without it the catalogue lives in memory for the run
+  --import-amplifiers CSV  add the rows of CSV (header of column heads) before
+                       the actions; taken and refused rows go to stderr
+  --export-amplifiers CSV  write the whole catalogue as CSV after the actions
+  --datasheets DIR     look for data sheets in DIR (repeatable); by default in
+                       "datasheets" beside this program. Nothing is opened: a
+                       sheet counts as opened when its file exists
+  --select GRID=ROW[,COL]  make a cell of a grid current (rows and columns
+                       from 0), e.g. --select frmKRNamps.DBGrid1=2
+  --click GRID=COL     click the head of a grid's column: sorts by it
+  --type GRID=TEXT     replace the current cell's text (in edit mode)
+  --dblclick frmKRNamps.DBGrid1  edit the current row; frmKRNamps.cbEdit
+                       stores it, frmKRNamps.mnuMenuAdd starts a new row
+
 Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
   --answer yes|no      the next Yes/No question; an unanswered one is No
 
 Output:
-  --json               every control as JSON, with the message boxes raised
+  --json               every control as JSON, with the message boxes raised;
+                       "grids" holds each grid's heads, rows, marks and current
+                       cell, "launched" every document asked to open
   --show NAME          print only this control (repeatable)
   --decimal-separator C  '.' or ',' instead of the locale's
   --help               this text
 
-Exit status: 0 done, 2 a bad option or control name.
+Exit status: 0 done, 1 a catalogue file could not be read or written,
+2 a bad option or control name.
 )";
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 // The options of quellmark-cli, turned into the actions a person would take.
+#include "cli/catalogue_run.h"
 #include "screen/platform.h"
 #include "screen/user_actions.h"
 
@@ -25,6 +26,7 @@ struct CommandLine
     /// Answers for the dialogs and questions the actions raise, in order.
     std::vector<std::string> fileAnswers;
     std::vector<MessageAnswer> answers;
+    CatalogueOptions catalogue;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

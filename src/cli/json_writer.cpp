@@ -62,7 +62,8 @@ void appendControl(std::string& out, const Control& c)
 
 } // namespace
 
-std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform)
+std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform,
+                         const std::string& moreMembers)
 {
     std::string out = "{\"controls\": {";
     bool first = true;
@@ -90,7 +91,7 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
         out += "{\"title\": \"" + jsonEscape(m.title) + "\", \"text\": \"" + jsonEscape(m.text) +
                "\"}";
     }
-    out += "\n]}\n";
+    out += "\n]" + moreMembers + "}\n";
     return out;
 }
 

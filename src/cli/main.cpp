@@ -9,6 +9,7 @@
 
 namespace {
 
+constexpr int kExitFile = 1;
 constexpr int kExitUsage = 2;
 
 std::string selectedControls(const qm::QuellmarkForm& form, const qm::CommandLine& cl,
@@ -42,19 +43,26 @@ int main(int argc, char** argv)
         platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
+        qm::CatalogueRun catalogue(form, cl.catalogue);
         form.runGuarded([&] { qm::Form_Initialize(form); });
+        catalogue.importFiles();
         for (const qm::UserAction& action : cl.actions)
             qm::applyAction(form, action);
+        catalogue.exportFiles();
+        std::cerr << catalogue.report();
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
-            std::cout << (cl.json ? qm::screenAsJson(form, platform)
+            std::cout << (cl.json ? qm::screenAsJson(form, platform, catalogue.jsonMembers(form))
                                   : qm::screenAsText(form, platform));
         return 0;
     } catch (const qm::UsageError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";
     } catch (const qm::ActionError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";
+    } catch (const qm::CatalogueFileError& e) {
+        std::cerr << "quellmark-cli: " << e.what() << "\n";
+        return kExitFile;
     }
     return kExitUsage;
 }

@@ -177,6 +177,7 @@ void FormControls::registerMenus()
                            {&Exitmnu, "Exitmnu", "mnuFile"},
                            {&optionmnu, "optionmnu", ""},
                            {&SADmnu, "SADmnu", "optionmnu"},
+                           {&CatalogueMnu, "CatalogueMnu", "optionmnu"},
                            {&viewmnu, "viewmnu", ""},
                            {&ShowGDTrace, "ShowGDTrace", "viewmnu"},
                            {&ShowPhaseTrace, "ShowPhaseTrace", "viewmnu"},
