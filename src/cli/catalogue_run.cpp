@@ -68,8 +68,8 @@ std::string reportJson(const ImportReport& r)
 std::string colourText(Color c)
 {
     if (isSystemColor(c)) return "system " + std::to_string(c & 0xFFu);
-    char text[8];
-    std::snprintf(text, sizeof text, "#%06X", c);
+    char text[16];
+    std::snprintf(text, sizeof text, "#%06X", c & 0xFFFFFFu);
     return text;
 }
 
