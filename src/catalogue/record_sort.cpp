@@ -55,10 +55,15 @@ double scaleOf(char letter)
     }
 }
 
+/// Letters, '/', '%' and the bytes of UTF-8 signs such as the ohm sign.
 bool isUnitChar(char c)
 {
-    return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '/' || c == '%';
+    const auto u = static_cast<unsigned char>(c);
+    constexpr unsigned char kFirstNonAscii = 0x80;
+    return std::isalpha(u) != 0 || c == '/' || c == '%' || u >= kFirstNonAscii;
 }
+
+constexpr std::string_view kMicroSign = "\xC2\xB5";
 
 /// Where the texts of a number field compare: value first, then those that
 /// aren't numbers by their text.
@@ -137,7 +142,10 @@ std::optional<double> engineeringValue(std::string_view text)
     if (p == end) return v;
     // A scale letter, when a unit or nothing follows it; otherwise the
     // letters are the unit itself ("10 V", "3 mm").
-    if (const double scale = scaleOf(*p); scale != 0) {
+    if (std::string_view(p, static_cast<std::size_t>(end - p)).starts_with(kMicroSign)) {
+        v *= 1e-6;
+        p += kMicroSign.size();
+    } else if (const double scale = scaleOf(*p); scale != 0) {
         const bool alone = p + 1 == end;
         const bool unitFollows = !alone && std::all_of(p + 1, end, isUnitChar);
         const bool isMetre = *p == 'm' && (alone || p[1] == 'm');
