@@ -48,7 +48,6 @@ CatalogueWindows::CatalogueWindows(QuellmarkForm& form, CatalogueServices servic
     grid_ = form_.grid(std::string(kBrowser) + ".DBGrid1");
     partGrid_ = form_.grid(std::string(kPartList) + ".DBGrid1");
     fillPartGrid(form_, *partGrid_);
-    form_.ShowPartList.visible = true;
     registerHandlers();
 }
 

@@ -121,9 +121,11 @@ std::string bandwidthShortfallText(const QuellmarkForm& f)
 
 void fillPartGrid(const QuellmarkForm& f, GridModel& grid)
 {
+    // Widths in twips; the quantity reads as a number, the rest as text.
+    static constexpr int kWidths[] = {500, 1700, 1100, 1200, 1400, 3600, 300};
     grid.columns.clear();
-    for (const std::string& caption : partListColumns())
-        grid.columns.push_back({caption, 0, -1, ""});
+    for (std::size_t k = 0; k < partListColumns().size(); ++k)
+        grid.columns.push_back({partListColumns()[k], kWidths[k], k == 0 ? 1 : 0, ""});
     grid.rows.clear();
     std::vector<BomLine> lines = billOfMaterials(f);
     for (const BomLine& l : lines)

@@ -90,8 +90,8 @@ void listsAndSelections(FormControls& f)
         f.FnInput[i].backColor = kWhite;
         f.QInput[i].backColor = kWhite;
     }
-    // Shown once the part list is attached to the design screen.
-    f.ShowPartList.visible = false;
+    // The entrance to the part list.
+    f.ShowPartList.visible = true;
     f.ShowPartList.text = "Show Part List";
 }
 

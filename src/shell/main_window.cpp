@@ -1,6 +1,7 @@
 #include "shell/main_window.h"
 
 #include "design/cycle.h"
+#include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/schematic_view.h"
@@ -19,6 +20,7 @@ namespace qm {
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.services())
 {
     platform_.setParentWidget(this);
+    catalogue_ = std::make_unique<CatalogueShell>(form_, this, [this] { syncFromModel(); });
     buildWidgets();
     buildMenus();
     applyTabOrder();

@@ -10,6 +10,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -19,6 +20,7 @@ class QMenu;
 
 namespace qm {
 
+class CatalogueShell;
 class ChartView;
 class FormCanvas;
 
@@ -39,6 +41,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     QAction* actionOf(std::string_view control) const;
     ChartView* chart() const { return chart_; }
     FormCanvas* canvas() const { return canvas_; }
+    CatalogueShell* catalogue() const { return catalogue_.get(); }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
@@ -92,6 +95,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     bool syncing_ = false;
     int eventsDispatched_ = 0;
     int shownHeight_ = -1;
+    std::unique_ptr<CatalogueShell> catalogue_;
 };
 
 } // namespace qm

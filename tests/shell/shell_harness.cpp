@@ -6,12 +6,22 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QStandardPaths>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 namespace qm::test {
+
+namespace {
+// The windows of the tests keep their amplifier catalogue apart from the
+// user's own.
+const bool kTestPaths = [] {
+    QStandardPaths::setTestModeEnabled(true);
+    return true;
+}();
+} // namespace
 
 StartedWindow::StartedWindow()
 {

@@ -1,0 +1,67 @@
+// The catalogue's windows in the real window: Options > "Amplifier
+// catalogue" opens the browser, its grid shows the model and its head click
+// sorts, and "Show Part List" opens the part list of the design.
+#include "shell_harness.h"
+
+#include "shell/catalogue_shell.h"
+#include "shell/grid_view.h"
+#include "shell/shell_style.h"
+#include "shell/side_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+
+using namespace qm;
+using namespace qm::test;
+
+class CatalogueWindowTest : public QObject
+{
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() { applyShellStyle(*qobject_cast<QApplication*>(qApp)); }
+
+    void menuOpensTheBrowserAndHeadsSort()
+    {
+        StartedWindow s;
+        auto* catalogue = s.window.catalogue();
+        QVERIFY(catalogue);
+        QVERIFY(!catalogue->browser()->isVisible());
+        s.window.actionOf("CatalogueMnu")->trigger();
+        QVERIFY(catalogue->browser()->isVisible());
+        QCOMPARE(catalogue->browser()->windowTitle(), QStringLiteral("High Speed Amplifier Database"));
+        auto* grid = dynamic_cast<GridView*>(catalogue->browser()->widgetOf("frmKRNamps.DBGrid1"));
+        QVERIFY(grid);
+        QCOMPARE(grid->columnCount(), 35);
+        QCOMPARE(grid->horizontalHeaderItem(4)->text(), QStringLiteral("RR Input\nT/F"));
+        grid->horizontalHeader()->sectionClicked(9);
+        QCOMPARE(s.window.form().find("frmKRNamps.txtSortBy")->text, std::string("BW"));
+        auto* close = dynamic_cast<QPushButton*>(catalogue->browser()->widgetOf("frmKRNamps.cbClose"));
+        QVERIFY(close);
+        QTest::mouseClick(close, Qt::LeftButton);
+        QVERIFY(!catalogue->browser()->isVisible());
+    }
+
+    void partListShowsTheDesign()
+    {
+        StartedWindow s;
+        auto* button = dynamic_cast<QPushButton*>(s.window.widgetOf("ShowPartList"));
+        QVERIFY(button && button->isVisible());
+        QTest::mouseClick(button, Qt::LeftButton);
+        auto* list = s.window.catalogue()->partList();
+        QVERIFY(list->isVisible());
+        auto* grid = dynamic_cast<GridView*>(list->widgetOf("PartList.DBGrid1"));
+        QVERIFY(grid);
+        QCOMPARE(grid->rowCount(), 7);
+        QCOMPARE(grid->item(0, 1)->text(), QStringLiteral("R1Real"));
+        QCOMPARE(grid->item(6, 2)->text(), QStringLiteral("(no amplifier selected)"));
+        QCoreApplication::processEvents();
+        QVERIFY(list->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_part_list.png")));
+    }
+};
+
+QTEST_MAIN(CatalogueWindowTest)
+#include "shell_catalogue_test.moc"
