@@ -17,9 +17,8 @@ using qm::AmplifierRecord;
 using qm::SortKey;
 namespace sortType = qm::sortType;
 
-AmplifierRecord record(const std::string& name, std::size_t field = 0,
-                       const std::string& text = {}, std::size_t tieField = 3,
-                       const std::string& tie = {})
+AmplifierRecord record(const std::string& name, std::size_t field = 0, const std::string& text = {},
+                       std::size_t tieField = 3, const std::string& tie = {})
 {
     AmplifierRecord r;
     r[0] = name;
@@ -80,10 +79,11 @@ INSTANTIATE_TEST_SUITE_P(
                   record("d", 33, "4 * 2")},
                  {"c", "d", "a", "b"}},
         // Field 3 as the first key breaks its ties by field 4.
-        SortCase{"ties of field 3 by field 4",
-                 {3, sortType::Number},
-                 {record("a", 4, "5", 3, "1"), record("b", 4, "2", 3, "1"), record("c", 4, "", 3, "0")},
-                 {"c", "b", "a"}},
+        SortCase{
+            "ties of field 3 by field 4",
+            {3, sortType::Number},
+            {record("a", 4, "5", 3, "1"), record("b", 4, "2", 3, "1"), record("c", 4, "", 3, "0")},
+            {"c", "b", "a"}},
         SortCase{"equal rows keep their order",
                  {9, sortType::Number},
                  {record("z", 9, "1"), record("y", 9, "1"), record("x", 9, "1")},
@@ -102,22 +102,21 @@ TEST_P(SortKeyTable, NamesFieldAndType)
     EXPECT_EQ(qm::sortKeyFor(GetParam().text), GetParam().key) << GetParam().text;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Keys, SortKeyTable,
-    ::testing::Values(KeyCase{"Part Number", {0, 9}}, KeyCase{"mfr", {1, 9}},
-                      KeyCase{"CTYPE", {2, 9}}, KeyCase{"Value", {3, 5}},
-                      KeyCase{"volts", {4, 5}}, KeyCase{"min_esr", {5, 5}},
-                      KeyCase{"MaxESR", {6, 5}}, KeyCase{"iripple", {7, 5}},
-                      KeyCase{"esl", {8, 5}}, KeyCase{"ThermalRes", {9, 5}},
-                      KeyCase{"cost1k", {10, 5}}, KeyCase{"cost1m", {11, 5}},
-                      KeyCase{"tol", {12, 5}}, KeyCase{"height", {13, 5}},
-                      KeyCase{"sp3", {16, 5}}, KeyCase{"Area", {17, 7}},
-                      KeyCase{"mount", {18, 9}}, KeyCase{"size", {19, 9}},
-                      KeyCase{"region", {20, 9}},
-                      // Outside the table, and the one entry that can't match
-                      // a lower-cased text: field 0 as stored.
-                      KeyCase{"DeviceName", {0, 0}}, KeyCase{"BW", {0, 0}}, KeyCase{"", {0, 0}},
-                      KeyCase{" value", {0, 0}}));
+INSTANTIATE_TEST_SUITE_P(Keys, SortKeyTable,
+                         ::testing::Values(KeyCase{"Part Number", {0, 9}}, KeyCase{"mfr", {1, 9}},
+                                           KeyCase{"CTYPE", {2, 9}}, KeyCase{"Value", {3, 5}},
+                                           KeyCase{"volts", {4, 5}}, KeyCase{"min_esr", {5, 5}},
+                                           KeyCase{"MaxESR", {6, 5}}, KeyCase{"iripple", {7, 5}},
+                                           KeyCase{"esl", {8, 5}}, KeyCase{"ThermalRes", {9, 5}},
+                                           KeyCase{"cost1k", {10, 5}}, KeyCase{"cost1m", {11, 5}},
+                                           KeyCase{"tol", {12, 5}}, KeyCase{"height", {13, 5}},
+                                           KeyCase{"sp3", {16, 5}}, KeyCase{"Area", {17, 7}},
+                                           KeyCase{"mount", {18, 9}}, KeyCase{"size", {19, 9}},
+                                           KeyCase{"region", {20, 9}},
+                                           // Outside the table, and the one entry that can't match
+                                           // a lower-cased text: field 0 as stored.
+                                           KeyCase{"DeviceName", {0, 0}}, KeyCase{"BW", {0, 0}},
+                                           KeyCase{"", {0, 0}}, KeyCase{" value", {0, 0}}));
 
 TEST(SortKeys, HeadClickSortsNumbersAsNumbersAndAreaAsArea)
 {
@@ -194,8 +193,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "BW field must be a number, such as 4.7, 100 M or 2e-3."},
         CheckCase{"two-line head named on one line", 6, "3 to 5", 6,
                   "Min Vcc (V) field must be a number, such as 4.7, 100 M or 2e-3."},
-        CheckCase{"area", 33, "3 by 3", 33,
-                  "Area field must be a number or a size such as 3 x 3."},
+        CheckCase{"area", 33, "3 by 3", 33, "Area field must be a number or a size such as 3 x 3."},
         CheckCase{"empty numbers are allowed", 9, "", 0, ""},
         CheckCase{"free text", 2, "anything, \"quoted\"", 0, ""}));
 
@@ -228,7 +226,13 @@ TEST(Csv, QuotesOnlyWhatNeedsIt)
 
 TEST(Csv, ReadsWhatItWrites)
 {
-    const std::vector<std::string> fields{"", "x,y", "\"", "a\nb", "\xC2\xB1" "5V", " pad "};
+    const std::vector<std::string> fields{"",
+                                          "x,y",
+                                          "\"",
+                                          "a\nb",
+                                          "\xC2\xB1"
+                                          "5V",
+                                          " pad "};
     const auto rows = qm::parseCsv(qm::csvLine(fields) + qm::csvLine({"next"}));
     ASSERT_EQ(rows.size(), 2u);
     EXPECT_EQ(rows[0].fields, fields);
@@ -260,10 +264,12 @@ TEST_P(CsvText, ReadsOrSaysWhere)
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, CsvText,
-    ::testing::Values(CsvCase{"byte-order mark and LF lines", "\xEF\xBB\xBF" "a,b\nc,d\n", 2, ""},
+    ::testing::Values(CsvCase{"byte-order mark and LF lines",
+                              "\xEF\xBB\xBF"
+                              "a,b\nc,d\n",
+                              2, ""},
                       CsvCase{"blank lines are no records", "a\r\n\r\nb", 2, ""},
-                      CsvCase{"no final line end", "a,b", 1, ""},
-                      CsvCase{"empty", "", 0, ""},
+                      CsvCase{"no final line end", "a,b", 1, ""}, CsvCase{"empty", "", 0, ""},
                       CsvCase{"unclosed quote", "a\r\n\"b,c\r\n", 0, "line 2: a quoted field"},
                       CsvCase{"text after a quote", "\"a\"b,c", 0, "line 1: text after"}));
 
@@ -342,10 +348,10 @@ TEST_P(ImportRefusesFile, TakesNothing)
 
 INSTANTIATE_TEST_SUITE_P(
     Files, ImportRefusesFile,
-    ::testing::Values(BrokenFile{"", "the file is empty"},
-                      BrokenFile{"Supplier,BW\r\nx,1\r\n",
-                                 "the first row has no column headed \"Device Name\""},
-                      BrokenFile{"Device Name\r\n\"QX1\r\n", "line 2: a quoted field is not closed"}));
+    ::testing::Values(
+        BrokenFile{"", "the file is empty"},
+        BrokenFile{"Supplier,BW\r\nx,1\r\n", "the first row has no column headed \"Device Name\""},
+        BrokenFile{"Device Name\r\n\"QX1\r\n", "line 2: a quoted field is not closed"}));
 
 TEST(Export, WritesHeadsOnOneLineAndReadsBackTheSame)
 {

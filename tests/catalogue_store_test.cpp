@@ -118,17 +118,17 @@ TEST_P(StoreContract, AddsManyAllOrNone)
     EXPECT_EQ(names(*store).size(), 3u);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Stores, StoreContract,
-    ::testing::Values(StoreKind{"Memory",
-                                [](const TempFolder&) {
-                                    return std::make_unique<qm::MemoryStore>();
-                                }},
-                      StoreKind{"Database",
-                                [](const TempFolder& d) {
-                                    return std::make_unique<qm::SqliteStore>(d.file("a.sqlite"));
-                                }}),
-    [](const auto& param) { return std::string(param.param.name); });
+INSTANTIATE_TEST_SUITE_P(Stores, StoreContract,
+                         ::testing::Values(StoreKind{"Memory",
+                                                     [](const TempFolder&) {
+                                                         return std::make_unique<qm::MemoryStore>();
+                                                     }},
+                                           StoreKind{"Database",
+                                                     [](const TempFolder& d) {
+                                                         return std::make_unique<qm::SqliteStore>(
+                                                             d.file("a.sqlite"));
+                                                     }}),
+                         [](const auto& param) { return std::string(param.param.name); });
 
 // --- The database file ------------------------------------------------------
 
@@ -185,36 +185,37 @@ void writeBytes(const std::string& path, const std::string& bytes)
 
 INSTANTIATE_TEST_SUITE_P(
     Files, DatabaseRefused,
-    ::testing::Values(
-        BadFile{"not a database",
-                [](const std::string& p) {
-                    writeBytes(p, std::string(4096, 'x') + "amplifiers,csv,rather");
-                },
-                "damaged"},
-        BadFile{"a database cut short",
-                [](const std::string& p) {
-                    {
-                        qm::SqliteStore s(p);
-                        for (int k = 0; k < 200; ++k)
-                            s.add(amp("QX" + std::to_string(k), std::string(200, 'b')));
-                    }
-                    const std::string whole = bytesOf(p);
-                    std::string cut = whole.substr(0, whole.size() / 2);
-                    // A page of the tree overwritten as a bad disk would.
-                    for (std::size_t k = 4096 + 100; k < 4096 + 400 && k < cut.size(); ++k)
-                        cut[k] = '\xFF';
-                    writeBytes(p, cut);
-                },
-                "damaged"},
-        BadFile{"a database of something else",
-                [](const std::string& p) {
-                    sqlite3* db = nullptr;
-                    sqlite3_open(p.c_str(), &db);
-                    sqlite3_exec(db, "CREATE TABLE amplifiers (name TEXT)", nullptr, nullptr,
-                                 nullptr);
-                    sqlite3_close(db);
-                },
-                "can't be read"}),
+    ::testing::Values(BadFile{"not a database",
+                              [](const std::string& p) {
+                                  writeBytes(p, std::string(4096, 'x') + "amplifiers,csv,rather");
+                              },
+                              "damaged"},
+                      BadFile{"a database cut short",
+                              [](const std::string& p) {
+                                  {
+                                      qm::SqliteStore s(p);
+                                      for (int k = 0; k < 200; ++k)
+                                          s.add(
+                                              amp("QX" + std::to_string(k), std::string(200, 'b')));
+                                  }
+                                  const std::string whole = bytesOf(p);
+                                  std::string cut = whole.substr(0, whole.size() / 2);
+                                  // A page of the tree overwritten as a bad disk would.
+                                  for (std::size_t k = 4096 + 100; k < 4096 + 400 && k < cut.size();
+                                       ++k)
+                                      cut[k] = '\xFF';
+                                  writeBytes(p, cut);
+                              },
+                              "damaged"},
+                      BadFile{"a database of something else",
+                              [](const std::string& p) {
+                                  sqlite3* db = nullptr;
+                                  sqlite3_open(p.c_str(), &db);
+                                  sqlite3_exec(db, "CREATE TABLE amplifiers (name TEXT)", nullptr,
+                                               nullptr, nullptr);
+                                  sqlite3_close(db);
+                              },
+                              "can't be read"}),
     [](const auto& param) {
         std::string n = param.param.what;
         for (char& c : n)

@@ -242,11 +242,20 @@ INSTANTIATE_TEST_SUITE_P(
     Names, DataSheet,
     ::testing::Values(
         SheetCase{"trailing blank", "KRN4411 ", {"krn4411.pdf"}, {"krn4411.pdf"}, kOpened.c_str()},
-        SheetCase{"4413 finds 4411", "krn4413", {"krn4411.pdf"}, {"krn4413.pdf", "krn4411.pdf"},
+        SheetCase{"4413 finds 4411",
+                  "krn4413",
+                  {"krn4411.pdf"},
+                  {"krn4413.pdf", "krn4411.pdf"},
                   kOpened.c_str()},
-        SheetCase{"4411 finds 4410", "krn4411", {"krn4410.pdf"}, {"krn4411.pdf", "krn4410.pdf"},
+        SheetCase{"4411 finds 4410",
+                  "krn4411",
+                  {"krn4410.pdf"},
+                  {"krn4411.pdf", "krn4410.pdf"},
                   kOpened.c_str()},
-        SheetCase{"three tries at most", "KRN4419", {}, {"krn4419.pdf", "krn4411.pdf", "krn4410.pdf"},
+        SheetCase{"three tries at most",
+                  "KRN4419",
+                  {},
+                  {"krn4419.pdf", "krn4411.pdf", "krn4410.pdf"},
                   qm::kNoDataSheet},
         SheetCase{"another family", "abc1234", {"abc1231.pdf"}, {"abc1234.pdf"}, qm::kNoDataSheet},
         SheetCase{"empty name", "", {}, {".pdf"}, ""},
@@ -268,8 +277,8 @@ TEST(DataSheets, LaterFoldersAreTriedForEachName)
     Bench b({}, {a.string(), c.string()});
     b.act(ActionKind::Click, "ShowPartList");
     b.act(ActionKind::Click, "PartList.cmdDS");
-    EXPECT_EQ(b.launcher.launched,
-              (std::vector<std::string>{(a / "krn4411.pdf").string(), (c / "krn4411.pdf").string()}));
+    EXPECT_EQ(b.launcher.launched, (std::vector<std::string>{(a / "krn4411.pdf").string(),
+                                                             (c / "krn4411.pdf").string()}));
     fs::remove_all(a);
     fs::remove_all(c);
 }
@@ -318,38 +327,38 @@ TEST_P(BillOfMaterials, ListsEveryPartOnceByValue)
 
 INSTANTIATE_TEST_SUITE_P(
     Designs, BillOfMaterials,
-    ::testing::Values(
-        BomCase{"multiple feedback, 3 poles",
-                {},
-                {},
-                {"R1Real", "C1Real", "R1A", "R2A", "R3A", "C1A", "C2A"},
-                1,
-                "U1Real, U1A"},
-        BomCase{"multiple feedback, 4 poles, high-pass: resistors and capacitors swap",
-                {{"Text18", "4"}},
-                {"High"},
-                {"C1A", "C2A", "C3A", "R1A", "R2A", "C1B", "C2B", "C3B", "R1B", "R2B"},
-                1,
-                "U1A, U1B"},
-        BomCase{"Sallen-Key, 4 poles, unity gain",
-                {{"Text18", "4"}},
-                {"SallenKey"},
-                {"R1A", "R2A", "C1A", "C2A", "R1B", "R2B", "C1B", "C2B"},
-                1,
-                "U1A, U1B"},
-        BomCase{"Sallen-Key, 5 poles, gain in section A",
-                {{"Text18", "5"}, {"GainTB(0)", "2"}},
-                {"SallenKey"},
-                {"R1Real", "C1Real", "R1A", "R2A", "R3A", "R4A", "C1A", "C2A", "R1B", "R2B",
-                 "C1B", "C2B"},
-                1,
-                "U1Real, U1A, U1B"},
-        BomCase{"fully differential, 2 poles: parts in pairs",
-                {{"Text18", "2"}},
-                {"FDAcircuit"},
-                {"R1A", "R2A", "R3A", "C1A", "C2A"},
-                2,
-                "U1A"}));
+    ::testing::Values(BomCase{"multiple feedback, 3 poles",
+                              {},
+                              {},
+                              {"R1Real", "C1Real", "R1A", "R2A", "R3A", "C1A", "C2A"},
+                              1,
+                              "U1Real, U1A"},
+                      BomCase{
+                          "multiple feedback, 4 poles, high-pass: resistors and capacitors swap",
+                          {{"Text18", "4"}},
+                          {"High"},
+                          {"C1A", "C2A", "C3A", "R1A", "R2A", "C1B", "C2B", "C3B", "R1B", "R2B"},
+                          1,
+                          "U1A, U1B"},
+                      BomCase{"Sallen-Key, 4 poles, unity gain",
+                              {{"Text18", "4"}},
+                              {"SallenKey"},
+                              {"R1A", "R2A", "C1A", "C2A", "R1B", "R2B", "C1B", "C2B"},
+                              1,
+                              "U1A, U1B"},
+                      BomCase{"Sallen-Key, 5 poles, gain in section A",
+                              {{"Text18", "5"}, {"GainTB(0)", "2"}},
+                              {"SallenKey"},
+                              {"R1Real", "C1Real", "R1A", "R2A", "R3A", "R4A", "C1A", "C2A", "R1B",
+                               "R2B", "C1B", "C2B"},
+                              1,
+                              "U1Real, U1A, U1B"},
+                      BomCase{"fully differential, 2 poles: parts in pairs",
+                              {{"Text18", "2"}},
+                              {"FDAcircuit"},
+                              {"R1A", "R2A", "R3A", "C1A", "C2A"},
+                              2,
+                              "U1A"}));
 
 TEST(PartList, ShowsValuesEvenWhenTheSchematicShowsSensitivities)
 {
@@ -372,7 +381,7 @@ TEST(PartList, GridFollowsTheDesignAndNamesTheAmplifier)
     EXPECT_EQ(g.columns.size(), 7u);
     EXPECT_EQ(g.columns[3].caption, "Part #");
     EXPECT_EQ(g.rows.front(), (std::vector<std::string>{"1", "R1Real", "10.7 k", "", "",
-                                                         "Resistor, E96 series, 1%", ""}));
+                                                        "Resistor, E96 series, 1%", ""}));
     b.act(ActionKind::Click, "CatalogueMnu");
     b.act(ActionKind::Click, "frmKRNamps.cbSelect");
     EXPECT_EQ(g.rows.back()[2], "QX1");
@@ -383,7 +392,7 @@ TEST(PartList, GridFollowsTheDesignAndNamesTheAmplifier)
 
 struct GbpCase
 {
-    const char* bandwidth; ///< empty: no amplifier chosen
+    const char* bandwidth;    ///< empty: no amplifier chosen
     std::vector<bool> marked; ///< GBPreq(0), GBPreq(1)
     const char* prompt;       ///< the added sentence, or empty
 };
@@ -410,13 +419,14 @@ TEST_P(GbpMarks, MarkSectionsTheAmplifierCantCarry)
 
 INSTANTIATE_TEST_SUITE_P(
     Bandwidths, GbpMarks,
-    ::testing::Values(GbpCase{"", {false, false}, ""},
-                      GbpCase{"1 G", {false, false}, ""},
+    ::testing::Values(GbpCase{"", {false, false}, ""}, GbpCase{"1 G", {false, false}, ""},
                       GbpCase{"100k", {false, false}, ""},
-                      GbpCase{"80 k", {false, true},
+                      GbpCase{"80 k",
+                              {false, true},
                               "The QX1 (BW 80.0 kHz) is too slow for section A (needs 100 kHz, "
                               "25% more)."},
-                      GbpCase{"40k", {true, true},
+                      GbpCase{"40k",
+                              {true, true},
                               "The QX1 (BW 40.0 kHz) is too slow for section Real (needs 50.0 "
                               "kHz, 25% more) and section A (needs 100 kHz, 150% more)."},
                       GbpCase{"not known", {false, false}, ""}));
@@ -471,9 +481,8 @@ INSTANTIATE_TEST_SUITE_P(
         PracticalCase{"the built-in design", {}, {}},
         // 1 pF in C1 asks for 806 M in R3.
         PracticalCase{"a tiny C1", {"C1Entry(0)", "1p"}, {{"R3(0)", "noise"}, {"C1L(0)", "stray"}}},
-        PracticalCase{"the lowest seed",
-                      {"Text12", "10"},
-                      {{"R1(0)", "output"}, {"R2(0)", "output"}}},
+        PracticalCase{
+            "the lowest seed", {"Text12", "10"}, {{"R1(0)", "output"}, {"R2(0)", "output"}}},
         PracticalCase{"a high seed",
                       {"Text12", "100M"},
                       {{"RealR", "noise"}, {"R3(0)", "leakage"}, {"C1L(0)", "stray"}}},

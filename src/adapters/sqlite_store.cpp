@@ -91,8 +91,8 @@ void SqliteStore::open()
     std::error_code ec;
     const auto folder = std::filesystem::path(path_).parent_path();
     if (!folder.empty()) std::filesystem::create_directories(folder, ec);
-    const int rc = sqlite3_open_v2(path_.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
-                                   nullptr);
+    const int rc =
+        sqlite3_open_v2(path_.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     try {
         if (rc != SQLITE_OK) fail(rc, {});
         sqlite3_busy_timeout(db_, kBusyWaitMs);
@@ -129,7 +129,8 @@ void SqliteStore::exec(const char* sql)
 void SqliteStore::fail(int code, const std::string& device)
 {
     const int primary = code & 0xFF;
-    if (primary == SQLITE_CONSTRAINT && !device.empty()) throw StoreError(duplicateDeviceText(device));
+    if (primary == SQLITE_CONSTRAINT && !device.empty())
+        throw StoreError(duplicateDeviceText(device));
     if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED)
         throw StoreError("The amplifier catalogue is in use by another program (locked).");
     if (primary == SQLITE_NOTADB || primary == SQLITE_CORRUPT)

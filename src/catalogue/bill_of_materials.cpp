@@ -81,8 +81,9 @@ BomLine amplifierLine(const QuellmarkForm& f, bool fullyDifferential)
 
 std::string seriesTolerance(const std::string& series)
 {
-    static const std::map<std::string, std::string> kTolerances = {
-        {"E6", "20%"}, {"E12", "10%"}, {"E24", "5%"}, {"E48", "2%"}, {"E96", "1%"}, {"E192", "0.5%"}};
+    static const std::map<std::string, std::string> kTolerances = {{"E6", "20%"}, {"E12", "10%"},
+                                                                   {"E24", "5%"}, {"E48", "2%"},
+                                                                   {"E96", "1%"}, {"E192", "0.5%"}};
     auto it = kTolerances.find(series);
     return it == kTolerances.end() ? std::string() : it->second;
 }

@@ -45,8 +45,14 @@ void addBrowserWindow(QuellmarkForm& form)
                {"lblChQty", K::Label, "Qty. Chan.", 1200, 420, 900, 240},
                {"Label1", K::Label, "Power Supply", 2200, 300, 1800, 240},
                {"p5lbl", K::Label, "5V?", 2200, 560, 550, 240},
-               {"pm5lbl", K::Label, "\xC2\xB1" "5V?", 2800, 560, 550, 240},
-               {"pmb15V", K::Label, "\xC2\xB1" "15V?", 3400, 560, 600, 240},
+               {"pm5lbl", K::Label,
+                "\xC2\xB1"
+                "5V?",
+                2800, 560, 550, 240},
+               {"pmb15V", K::Label,
+                "\xC2\xB1"
+                "15V?",
+                3400, 560, 600, 240},
                {"lblIoTyp", K::Label, "Io Typ.", 4100, 420, 800, 240},
                {"lblSlewRate", K::Label, "Slew Rate", 5000, 420, 900, 240},
                {"lblMinGain", K::Label, "AclMinStableGain", 6000, 420, 1500, 240},

@@ -60,18 +60,15 @@ void CatalogueWindows::registerHandlers()
     form_.on("CatalogueMnu", FormEvent::Click, handler(&CatalogueWindows::OpenKRNampsForm));
     form_.on("ShowPartList", FormEvent::Click, handler(&CatalogueWindows::ShowPartList_Click));
     form_.on(browser("cbSelect"), FormEvent::Click, handler(&CatalogueWindows::SelectNewKRNamps));
-    form_.on(browser("cbClose"), FormEvent::Click,
-             [this](QuellmarkForm&, int, const EventArgs&) {
-                 form_.find(kBrowser)->visible = false;
-             });
+    form_.on(browser("cbClose"), FormEvent::Click, [this](QuellmarkForm&, int, const EventArgs&) {
+        form_.find(kBrowser)->visible = false;
+    });
     form_.on(browser("cbEdit"), FormEvent::Click, handler(&CatalogueWindows::cbEdit_Click));
     form_.on(browser("cbCancel"), FormEvent::Click, handler(&CatalogueWindows::cbCancel_Click));
-    form_.on(browser("mnuMenuAdd"), FormEvent::Click,
-             handler(&CatalogueWindows::mnuMenuAdd_Click));
+    form_.on(browser("mnuMenuAdd"), FormEvent::Click, handler(&CatalogueWindows::mnuMenuAdd_Click));
     form_.on(browser("mnuMenuDelete"), FormEvent::Click,
              handler(&CatalogueWindows::mnuMenuDelete_Click));
-    form_.on(browser("txtSortBy"), FormEvent::Change,
-             handler(&CatalogueWindows::txtSortBy_Change));
+    form_.on(browser("txtSortBy"), FormEvent::Change, handler(&CatalogueWindows::txtSortBy_Change));
     form_.on(browser("DBGrid1"), FormEvent::HeadClick,
              [this](QuellmarkForm&, int, const EventArgs& a) { DBGrid1_HeadClick(a.column); });
     form_.on(browser("DBGrid1"), FormEvent::DblClick, handler(&CatalogueWindows::enterEditMode));

@@ -120,8 +120,10 @@ bool isUtf8(std::string_view text)
         int follow;
         unsigned min;
     };
-    static constexpr Lead kLeads[] = {
-        {0x80, 0x00, 0, 0}, {0xE0, 0xC0, 1, 0x80}, {0xF0, 0xE0, 2, 0x800}, {0xF8, 0xF0, 3, 0x10000}};
+    static constexpr Lead kLeads[] = {{0x80, 0x00, 0, 0},
+                                      {0xE0, 0xC0, 1, 0x80},
+                                      {0xF0, 0xE0, 2, 0x800},
+                                      {0xF8, 0xF0, 3, 0x10000}};
     constexpr unsigned kMaxCode = 0x10FFFF;
     std::size_t k = 0;
     while (k < text.size()) {

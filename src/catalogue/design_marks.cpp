@@ -98,8 +98,8 @@ void markShortfalls(QuellmarkForm& f)
         Control& cell = f.GBPreq[s.row];
         cell.backColor = kShortfallBack;
         cell.toolTip = "Section " + s.section + " needs a GBP of " + s.required + "; the " +
-                       f.catalogue.amplifier.deviceName + " has " + bandwidthText(f) +
-                       ", " + percentText(s.percent) + " too little.";
+                       f.catalogue.amplifier.deviceName + " has " + bandwidthText(f) + ", " +
+                       percentText(s.percent) + " too little.";
     }
 }
 
@@ -146,8 +146,7 @@ void markDesignLimits(QuellmarkForm& f)
     markImpracticalParts(f);
     markShortfalls(f);
     const std::string shortfall = bandwidthShortfallText(f);
-    if (!shortfall.empty())
-        f.Prompt.text += (f.Prompt.text.empty() ? "" : "\r\n\r\n") + shortfall;
+    if (!shortfall.empty()) f.Prompt.text += (f.Prompt.text.empty() ? "" : "\r\n\r\n") + shortfall;
     if (GridModel* g = f.grid("PartList.DBGrid1")) fillPartGrid(f, *g);
 }
 

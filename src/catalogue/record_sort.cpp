@@ -19,19 +19,19 @@ struct KeyEntry
 // The sort-by names. "DeviceName" is compared as it stands against a text
 // already lower-cased, so it never matches; the fallback gives the same field.
 constexpr KeyEntry kKeys[] = {
-    {"part number", 0, sortType::Text}, {"DeviceName", 0, sortType::Text},
-    {"mfr", 1, sortType::Text},         {"type", 2, sortType::Text},
-    {"ctype", 2, sortType::Text},       {"value", 3, sortType::Number},
-    {"voltage", 4, sortType::Number},   {"volts", 4, sortType::Number},
-    {"min_esr", 5, sortType::Number},   {"minesr", 5, sortType::Number},
-    {"max_esr", 6, sortType::Number},   {"maxesr", 6, sortType::Number},
-    {"iripple", 7, sortType::Number},   {"esl", 8, sortType::Number},
+    {"part number", 0, sortType::Text},  {"DeviceName", 0, sortType::Text},
+    {"mfr", 1, sortType::Text},          {"type", 2, sortType::Text},
+    {"ctype", 2, sortType::Text},        {"value", 3, sortType::Number},
+    {"voltage", 4, sortType::Number},    {"volts", 4, sortType::Number},
+    {"min_esr", 5, sortType::Number},    {"minesr", 5, sortType::Number},
+    {"max_esr", 6, sortType::Number},    {"maxesr", 6, sortType::Number},
+    {"iripple", 7, sortType::Number},    {"esl", 8, sortType::Number},
     {"thermalres", 9, sortType::Number}, {"cost1k", 10, sortType::Number},
-    {"cost1m", 11, sortType::Number},   {"tolerance", 12, sortType::Number},
-    {"tol", 12, sortType::Number},      {"height", 13, sortType::Number},
-    {"sp1", 14, sortType::Number},      {"sp2", 15, sortType::Number},
-    {"sp3", 16, sortType::Number},      {"area", 17, sortType::Area},
-    {"mount", 18, sortType::Text},      {"size", 19, sortType::Text},
+    {"cost1m", 11, sortType::Number},    {"tolerance", 12, sortType::Number},
+    {"tol", 12, sortType::Number},       {"height", 13, sortType::Number},
+    {"sp1", 14, sortType::Number},       {"sp2", 15, sortType::Number},
+    {"sp3", 16, sortType::Number},       {"area", 17, sortType::Area},
+    {"mount", 18, sortType::Text},       {"size", 19, sortType::Text},
     {"region", 20, sortType::Text},
 };
 
@@ -41,17 +41,27 @@ constexpr std::size_t kTieFieldOfTieField = 4;
 double scaleOf(char letter)
 {
     switch (letter) {
-    case 'f': return 1e-15;
-    case 'p': return 1e-12;
-    case 'n': return 1e-9;
-    case 'u': return 1e-6;
-    case 'm': return 1e-3;
+    case 'f':
+        return 1e-15;
+    case 'p':
+        return 1e-12;
+    case 'n':
+        return 1e-9;
+    case 'u':
+        return 1e-6;
+    case 'm':
+        return 1e-3;
     case 'k':
-    case 'K': return 1e3;
-    case 'M': return 1e6;
-    case 'G': return 1e9;
-    case 'T': return 1e12;
-    default: return 0;
+    case 'K':
+        return 1e3;
+    case 'M':
+        return 1e6;
+    case 'G':
+        return 1e9;
+    case 'T':
+        return 1e12;
+    default:
+        return 0;
     }
 }
 

@@ -21,7 +21,7 @@ std::vector<LabelPlace> labelsOf(QuellmarkForm& f, int j)
 {
     if (f.sectionName == "Real") return {{&f.RealR, 1}, {&f.RealC, 1}};
     const auto e = static_cast<std::size_t>(f.sectionRows - j - f.realPoleCount);
-    return {{&f.R1[e], 1}, {&f.R2[e], 2}, {&f.R3[e], 3},
+    return {{&f.R1[e], 1}, {&f.R2[e], 2},  {&f.R3[e], 3},
             {&f.R4[e], 4}, {&f.C1L[e], 1}, {&f.C2L[e], 2}};
 }
 
@@ -41,9 +41,9 @@ SchematicPart partOf(const Control& label, int number, const std::string& letter
     p.value = trimmed(label.text);
     p.capacitor = !p.value.empty() && p.value.back() == 'F';
     p.designator = (p.capacitor ? "C" : "R") + std::to_string(number) + letter;
-    std::string number_text = p.value;
-    std::replace(number_text.begin(), number_text.end(), decSep, '.');
-    p.amount = engineeringValue(number_text);
+    std::string numberText = p.value;
+    std::replace(numberText.begin(), numberText.end(), decSep, '.');
+    p.amount = engineeringValue(numberText);
     return p;
 }
 
@@ -60,14 +60,15 @@ void noteSectionParts(QuellmarkForm& f, int j)
     // The labels may show sensitivities: write the values, read them, and
     // put back what was there.
     std::vector<std::string> shown;
+    shown.reserve(places.size());
     for (const LabelPlace& p : places)
         shown.push_back(p.label->text);
     try {
         writeValueLabels(f, j);
         for (const LabelPlace& p : places)
             if (p.label->visible && !trimmed(p.label->text).empty())
-                parts.push_back(partOf(*p.label, p.number, f.catalogue.sectionLetters[slot],
-                                       f.decSep));
+                parts.push_back(
+                    partOf(*p.label, p.number, f.catalogue.sectionLetters[slot], f.decSep));
     } catch (const CalcFailure&) {
         parts.clear();
     }

@@ -45,8 +45,8 @@ std::string gridJson(const GridModel& g)
     std::vector<std::string> heads;
     for (const GridColumn& c : g.columns)
         heads.push_back(c.caption);
-    std::string out = "\"" + jsonEscape(g.name) + "\": {\"columns\": " + jsonStrings(heads) +
-                      ", \"rows\": [";
+    std::string out =
+        "\"" + jsonEscape(g.name) + "\": {\"columns\": " + jsonStrings(heads) + ", \"rows\": [";
     for (std::size_t r = 0; r < g.rows.size(); ++r)
         out += (r > 0 ? ",\n    " : "\n    ") + jsonStrings(g.rows[r]);
     std::vector<std::string> tips(g.rowTips.begin(), g.rowTips.end());
@@ -93,8 +93,7 @@ std::string marksJson(const QuellmarkForm& form)
 
 } // namespace
 
-CatalogueRun::CatalogueRun(QuellmarkForm& form, const CatalogueOptions& options)
-    : options_(options)
+CatalogueRun::CatalogueRun(QuellmarkForm& form, const CatalogueOptions& options) : options_(options)
 {
     if (options_.databasePath.empty())
         store_ = std::make_unique<MemoryStore>();
@@ -144,7 +143,8 @@ std::string CatalogueRun::jsonMembers(const QuellmarkForm& form) const
     out += "\n}, \"launched\": " + jsonStrings(launcher_.launched) + ", \"imported\": [";
     for (std::size_t k = 0; k < imported_.size(); ++k)
         out += (k > 0 ? ", " : "") + reportJson(imported_[k]);
-    return out + "], \"marks\": " + marksJson(form) + ", \"catalogue\": {\"writable\": " + (store_->writable() ? "true" : "false") +
+    return out + "], \"marks\": " + marksJson(form) +
+           ", \"catalogue\": {\"writable\": " + (store_->writable() ? "true" : "false") +
            ", \"problem\": \"" + jsonEscape(store_->problem()) + "\"}";
 }
 

@@ -56,8 +56,9 @@ void selectGridCell(QuellmarkForm& form, Control& c, const std::string& text)
     const auto comma = text.find(',');
     const int lastColumn = static_cast<int>(g.columns.size()) - 1;
     const int row = numberIn(c, text.substr(0, comma), 0, g.rowCount() - 1, "row");
-    const int col =
-        comma == std::string::npos ? g.col : numberIn(c, text.substr(comma + 1), 0, lastColumn, "column");
+    const int col = comma == std::string::npos
+                        ? g.col
+                        : numberIn(c, text.substr(comma + 1), 0, lastColumn, "column");
     form.moveFocus(c.name);
     g.row = row;
     g.col = col;

@@ -41,9 +41,8 @@ GridView::GridView(std::string control, GridModel& model, ControlEvents& events,
         cellMoved(row, column);
         if (!model_.allowUpdate) events_.userEvent(control_, FormEvent::DblClick);
     });
-    connect(this, &QTableWidget::cellChanged, this, [this](int row, int column) {
-        cellEdited(row, column);
-    });
+    connect(this, &QTableWidget::cellChanged, this,
+            [this](int row, int column) { cellEdited(row, column); });
 }
 
 void GridView::cellMoved(int row, int column)
@@ -74,8 +73,9 @@ void GridView::syncFromModel()
         setHorizontalHeaderItem(k, new QTableWidgetItem(screenText(c.caption).replace('\r', '\n')));
         if (c.width > 0) setColumnWidth(k, twipsToPxRounded(c.width));
     }
-    const auto flags = model_.allowUpdate ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable
-                                          : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    const auto flags = model_.allowUpdate
+                           ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable
+                           : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
     for (int r = 0; r < rowCount(); ++r) {
         const auto& cells = model_.rows[static_cast<std::size_t>(r)];
         const auto rr = static_cast<std::size_t>(r);
@@ -88,11 +88,13 @@ void GridView::syncFromModel()
             it->setTextAlignment(cellAlignment(alignment < 0 ? 1 : alignment));
             if (rr < model_.rowColors.size() && model_.rowColors[rr] != kWindowColor)
                 it->setBackground(qtColor(model_.rowColors[rr], palette()));
-            if (rr < model_.rowTips.size()) it->setToolTip(QString::fromStdString(model_.rowTips[rr]));
+            if (rr < model_.rowTips.size())
+                it->setToolTip(QString::fromStdString(model_.rowTips[rr]));
             setItem(r, k, it);
         }
     }
-    if (model_.row < rowCount() && model_.col < columnCount()) setCurrentCell(model_.row, model_.col);
+    if (model_.row < rowCount() && model_.col < columnCount())
+        setCurrentCell(model_.row, model_.col);
     syncing_ = false;
 }
 

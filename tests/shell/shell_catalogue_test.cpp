@@ -32,14 +32,16 @@ class CatalogueWindowTest : public QObject
         QVERIFY(!catalogue->browser()->isVisible());
         s.window.actionOf("CatalogueMnu")->trigger();
         QVERIFY(catalogue->browser()->isVisible());
-        QCOMPARE(catalogue->browser()->windowTitle(), QStringLiteral("High Speed Amplifier Database"));
+        QCOMPARE(catalogue->browser()->windowTitle(),
+                 QStringLiteral("High Speed Amplifier Database"));
         auto* grid = dynamic_cast<GridView*>(catalogue->browser()->widgetOf("frmKRNamps.DBGrid1"));
         QVERIFY(grid);
         QCOMPARE(grid->columnCount(), 35);
         QCOMPARE(grid->horizontalHeaderItem(4)->text(), QStringLiteral("RR Input\nT/F"));
         grid->horizontalHeader()->sectionClicked(9);
         QCOMPARE(s.window.form().find("frmKRNamps.txtSortBy")->text, std::string("BW"));
-        auto* close = dynamic_cast<QPushButton*>(catalogue->browser()->widgetOf("frmKRNamps.cbClose"));
+        auto* close =
+            dynamic_cast<QPushButton*>(catalogue->browser()->widgetOf("frmKRNamps.cbClose"));
         QVERIFY(close);
         QTest::mouseClick(close, Qt::LeftButton);
         QVERIFY(!catalogue->browser()->isVisible());
@@ -59,7 +61,8 @@ class CatalogueWindowTest : public QObject
         QCOMPARE(grid->item(0, 1)->text(), QStringLiteral("R1Real"));
         QCOMPARE(grid->item(6, 2)->text(), QStringLiteral("(no amplifier selected)"));
         QCoreApplication::processEvents();
-        QVERIFY(list->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_part_list.png")));
+        QVERIFY(
+            list->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_part_list.png")));
     }
 };
 

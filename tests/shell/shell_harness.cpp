@@ -6,9 +6,9 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
-#include <QStandardPaths>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
