@@ -261,12 +261,6 @@ INSTANTIATE_TEST_SUITE_P(
         SheetCase{"empty name", "", {}, {".pdf"}, ""},
         SheetCase{"letter in seventh place", "krn441x", {}, {"krn441x.pdf"}, ""}));
 
-TEST(DataSheets, OpenedMessageEndsWithTheSiteAndAFullStop)
-{
-    EXPECT_EQ(kOpened, "Datasheet is the latest available at software release.\r For the latest "
-                       "version, check at https://datasheets.quellmark.example/.");
-}
-
 TEST(DataSheets, LaterFoldersAreTriedForEachName)
 {
     const fs::path a = fs::temp_directory_path() / "qm_sheets_a";

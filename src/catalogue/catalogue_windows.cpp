@@ -261,8 +261,10 @@ void CatalogueWindows::cbEdit_Click()
     for (const AmplifierRecord& r : services_.store->list())
         if (mode_ == Mode::Adding || r[field::DeviceName] != editedDevice_)
             others.push_back(r[field::DeviceName]);
-    // The checks are those of an amplifier: a failure names the field and
-    // its rule, and the edit stays open on that column.
+    // The checks are those of an amplifier, not of a capacitor: only the
+    // device name must be filled, so no field is filled with "0" first;
+    // numbers and T/F fields are checked where filled. A failure names the
+    // field and its rule, and the edit stays open on that column.
     if (auto failure = checkRecord(record, others)) {
         grid_->col = static_cast<int>(failure->field);
         form_.showMessage(failure->message);

@@ -38,6 +38,9 @@ class CatalogueWindowTest : public QObject
         QVERIFY(grid);
         QCOMPARE(grid->columnCount(), 35);
         QCOMPARE(grid->horizontalHeaderItem(4)->text(), QStringLiteral("RR Input\nT/F"));
+        QCoreApplication::processEvents();
+        QVERIFY(catalogue->browser()->grab().save(
+            QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_catalogue.png")));
         grid->horizontalHeader()->sectionClicked(9);
         QCOMPARE(s.window.form().find("frmKRNamps.txtSortBy")->text, std::string("BW"));
         auto* close =
