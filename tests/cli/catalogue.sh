@@ -78,6 +78,10 @@ check "launched lists both tries" $?
 json "$tmp/f.json" "d['messages'][-1]['text'].startswith('Datasheet is the latest available')"
 check "opened message" $?
 
+"$cli" --datasheets "$tmp/sheets" --click ShowPartList --click PartList.ShowDeviceSpecs --json > "$tmp/h.json"
+json "$tmp/h.json" "d['launched'] == [] and d['messages'] == []"
+check "Device Specifications does nothing" $?
+
 # Mistakes: one line, exit 2 or 1, never a crash.
 "$cli" --click CatalogueMnu --click frmKRNamps.DBGrid1=35 > /dev/null 2> "$tmp/g.err"
 [ $? -eq 2 ] && [ "$(wc -l < "$tmp/g.err")" -eq 1 ]; check "bad column exits 2 with one line" $?

@@ -3,6 +3,7 @@
 // sorts, and "Show Part List" opens the part list of the design.
 #include "shell_harness.h"
 
+#include "design/cycle.h"
 #include "shell/catalogue_shell.h"
 #include "shell/grid_view.h"
 #include "shell/shell_style.h"
@@ -66,6 +67,21 @@ class CatalogueWindowTest : public QObject
         QCoreApplication::processEvents();
         QVERIFY(
             list->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_part_list.png")));
+    }
+
+    void slowAmplifierMarksItsSections()
+    {
+        StartedWindow s;
+        QuellmarkForm& f = s.window.form();
+        f.catalogue.amplifier = {"QX1", "Invented Parts", "", 40e3};
+        f.runGuarded([&] { updatescreen(f); });
+        s.window.syncFromModel();
+        QWidget* cell = s.window.widgetOf("GBPreq(1)");
+        QVERIFY(cell);
+        QVERIFY(cell->toolTip().startsWith(QStringLiteral("Section A needs a GBP of 100 kHz")));
+        QCoreApplication::processEvents();
+        QVERIFY(
+            s.window.grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_gbp_marks.png")));
     }
 };
 
