@@ -137,9 +137,10 @@ TEST(Browser, EditStaysOnTheFailedFieldUntilTheRowPasses)
     EXPECT_FALSE(b.c("frmKRNamps.cbSelect").enabled);
     EXPECT_FALSE(b.c("frmKRNamps.cbClose").enabled);
     b.act(ActionKind::Type, "frmKRNamps.DBGrid1", "quick");
-    b.act(ActionKind::Select, "frmKRNamps.DBGrid1", "1,0");
+    b.act(ActionKind::Select, "frmKRNamps.DBGrid1", "2,0");
     b.act(ActionKind::Click, "frmKRNamps.cbEdit");
     EXPECT_EQ(b.messages().back(), "BW field must be a number, such as 4.7, 100 M or 2e-3.");
+    EXPECT_EQ(b.grid().row, 1);
     EXPECT_EQ(b.grid().col, 9);
     EXPECT_TRUE(b.windows->editing());
     b.act(ActionKind::Type, "frmKRNamps.DBGrid1", "300 M");

@@ -204,7 +204,8 @@ void CatalogueWindows::enterEditMode()
 {
     if (editing() || grid_->rowCount() == 0 || refuseWhenReadOnly()) return;
     mode_ = Mode::Editing;
-    const auto row = static_cast<std::size_t>(std::clamp(grid_->row, 0, grid_->rowCount() - 1));
+    editedRow_ = std::clamp(grid_->row, 0, grid_->rowCount() - 1);
+    const auto row = static_cast<std::size_t>(editedRow_);
     editedDevice_ = records_[row][field::DeviceName];
     // The row is edited as stored, not as formatted for reading.
     grid_->rows[row] = std::vector<std::string>(records_[row].begin(), records_[row].end());
@@ -226,6 +227,7 @@ void CatalogueWindows::mnuMenuAdd_Click()
     grid_->clearMarks();
     grid_->row = grid_->rowCount() - 1;
     grid_->col = 0;
+    editedRow_ = grid_->row;
     browserControl(form_, "cbCancel").visible = true;
     browserControl(form_, "cbEdit").visible = true;
     browserControl(form_, "cbSelect").enabled = false;
@@ -254,7 +256,9 @@ void CatalogueWindows::mnuMenuDelete_Click()
 void CatalogueWindows::cbEdit_Click()
 {
     if (!editing()) return;
-    const auto row = static_cast<std::size_t>(grid_->row);
+    // The row that edit mode opened is stored, wherever the current cell
+    // has moved since.
+    const auto row = static_cast<std::size_t>(editedRow_);
     AmplifierRecord record;
     std::copy_n(grid_->rows[row].begin(), kAmplifierFields, record.begin());
     std::vector<std::string> others;
@@ -266,6 +270,7 @@ void CatalogueWindows::cbEdit_Click()
     // numbers and T/F fields are checked where filled. A failure names the
     // field and its rule, and the edit stays open on that column.
     if (auto failure = checkRecord(record, others)) {
+        grid_->row = editedRow_;
         grid_->col = static_cast<int>(failure->field);
         form_.showMessage(failure->message);
         return;

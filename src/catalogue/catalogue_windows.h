@@ -77,6 +77,7 @@ class CatalogueWindows
     SortKey sortKey_;
     Mode mode_ = Mode::Browsing;
     std::string editedDevice_; ///< the device name of the row being edited
+    int editedRow_ = 0;        ///< the grid row being edited
 };
 
 } // namespace qm
