@@ -167,7 +167,7 @@ TEST(Browser, NewRowIsCheckedStoredAndCounted)
     EXPECT_EQ(b.grid().rows[static_cast<std::size_t>(b.grid().row)][0], "QX7");
 }
 
-TEST(Browser, CancelDropsTheNewRowAndReadOnlyRefusesEdits)
+TEST(Browser, CancelDropsTheNewRowAndBrowsingTakesNoTyping)
 {
     Bench b(threeAmps());
     b.act(ActionKind::Click, "CatalogueMnu");
@@ -178,6 +178,46 @@ TEST(Browser, CancelDropsTheNewRowAndReadOnlyRefusesEdits)
     EXPECT_EQ(b.grid().row, 2);
     EXPECT_EQ(b.store.list().size(), 3u);
     EXPECT_THROW(b.act(ActionKind::Type, "frmKRNamps.DBGrid1", "x"), qm::ActionError);
+}
+
+/// A catalogue that could not be opened for writing.
+class LockedStore : public qm::MemoryStore
+{
+  public:
+    bool writable() const override { return false; }
+    std::string problem() const override { return "The catalogue is locked."; }
+};
+
+TEST(Browser, ReadOnlyCatalogueSaysWhyAndStaysUnchanged)
+{
+    qm::RecordingPlatform platform;
+    qm::QuellmarkForm form{platform.services()};
+    LockedStore store;
+    qm::RecordingLauncher launcher;
+    qm::CatalogueWindows windows(form, {&store, &launcher, {}});
+    for (const char* action : {"CatalogueMnu", "frmKRNamps.mnuMenuAdd"})
+        qm::applyAction(form, {ActionKind::Click, action, ""});
+    qm::applyAction(form, {ActionKind::DblClick, "frmKRNamps.DBGrid1", ""});
+    ASSERT_EQ(platform.messages.size(), 2u);
+    EXPECT_EQ(platform.messages[0].text, "The catalogue is locked.");
+    EXPECT_EQ(platform.messages[1].text,
+              "The amplifier catalogue can't be changed: The catalogue is locked.");
+    EXPECT_FALSE(windows.editing());
+    EXPECT_FALSE(form.find("frmKRNamps.cbEdit")->visible);
+}
+
+TEST(Browser, DeleteAsksFirst)
+{
+    Bench b(threeAmps());
+    b.platform.answers = {qm::MessageAnswer::No, qm::MessageAnswer::Yes};
+    b.act(ActionKind::Click, "CatalogueMnu");
+    b.act(ActionKind::Select, "frmKRNamps.DBGrid1", "1");
+    b.act(ActionKind::Click, "frmKRNamps.mnuMenuDelete");
+    EXPECT_EQ(b.store.list().size(), 3u);
+    b.act(ActionKind::Click, "frmKRNamps.mnuMenuDelete");
+    EXPECT_EQ(b.messages().back(), "Delete QX2 from the catalogue?");
+    EXPECT_EQ(b.column(0), (std::vector<std::string>{"qx10", "QX1"}));
+    EXPECT_EQ(b.c("frmKRNamps.lblNumAmps").text, "Qty = 2");
 }
 
 TEST(Browser, SelectingTakesTheDeviceForTheDesign)

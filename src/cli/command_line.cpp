@@ -267,7 +267,9 @@ its windows' controls are frmKRNamps.NAME and PartList.NAME):
   --click GRID=COL     click the head of a grid's column: sorts by it
   --type GRID=TEXT     replace the current cell's text (in edit mode)
   --dblclick frmKRNamps.DBGrid1  edit the current row; frmKRNamps.cbEdit
-                       stores it, frmKRNamps.mnuMenuAdd starts a new row
+                       stores it, frmKRNamps.mnuMenuAdd starts a new row,
+                       frmKRNamps.mnuMenuDelete deletes the current one
+                       (it asks: --answer yes)
 
 Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
