@@ -11,9 +11,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace qm;
 using namespace qm::test;
@@ -67,6 +70,32 @@ class CatalogueWindowTest : public QObject
         QCoreApplication::processEvents();
         QVERIFY(
             list->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_part_list.png")));
+    }
+
+    void newRowIsTypedAndStored()
+    {
+        QFile::remove(QString::fromStdString(CatalogueShell::databasePath()));
+        StartedWindow s;
+        SideWindow* browser = s.window.catalogue()->browser();
+        s.window.actionOf("CatalogueMnu")->trigger();
+        const auto actions = browser->findChildren<QAction*>();
+        const auto add = std::find_if(actions.begin(), actions.end(), [](QAction* a) {
+            return a->text() == QStringLiteral("&Add Amplifier");
+        });
+        QVERIFY(add != actions.end());
+        (*add)->trigger();
+        auto* grid = dynamic_cast<GridView*>(browser->widgetOf("frmKRNamps.DBGrid1"));
+        QCOMPARE(grid->rowCount(), 1);
+        QVERIFY(grid->item(0, 0)->flags() & Qt::ItemIsEditable);
+        grid->item(0, 0)->setText(QStringLiteral("QX7"));
+        grid->item(0, 9)->setText(QStringLiteral("50 M"));
+        QTest::mouseClick(dynamic_cast<QPushButton*>(browser->widgetOf("frmKRNamps.cbEdit")),
+                          Qt::LeftButton);
+        QCOMPARE(s.window.form().find("frmKRNamps.lblNumAmps")->text, std::string("Qty = 1"));
+        QVERIFY(!(grid->item(0, 0)->flags() & Qt::ItemIsEditable));
+        QCOMPARE(grid->item(0, 9)->text(), QStringLiteral("50 M"));
+        SqliteStore stored(CatalogueShell::databasePath());
+        QCOMPARE(stored.list().size(), std::size_t{1});
     }
 
     void slowAmplifierMarksItsSections()
