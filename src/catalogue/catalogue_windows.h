@@ -21,7 +21,8 @@ struct CatalogueServices
 {
     AmplifierStore* store = nullptr;
     DocumentLauncher* launcher = nullptr;
-    /// The "datasheets" folders, in the order they are searched.
+    /// The "datasheets" folders, in the order they are searched: beside the
+    /// program, then in the user's data folder.
     std::vector<std::string> dataSheetFolders;
 };
 

@@ -25,15 +25,6 @@ constexpr int kLaunchOpened = 42;
 /// ShowDataSheet counts a result above this as opened.
 constexpr int kLaunchOpenedAbove = 10;
 
-/// The folders "datasheets" is looked for in, in order: beside the program,
-/// then in the user's data folder.
-class DataSheetFolders
-{
-  public:
-    virtual ~DataSheetFolders() = default;
-    virtual std::vector<std::string> dataSheetFolders() = 0;
-};
-
 /// Opens nothing: remembers every path it was asked to open and reports it
 /// opened when the file is there.
 class RecordingLauncher : public DocumentLauncher
