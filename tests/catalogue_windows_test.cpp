@@ -1,6 +1,7 @@
 // The catalogue beside the design: the browser's sorting and edit mode, the
 // data-sheet look-up, the part list of the design, and the marks where the
 // chosen amplifier or a part's value falls short. Devices are invented.
+#include "catalogue/amplifier_csv.h"
 #include "catalogue/bill_of_materials.h"
 #include "catalogue/catalogue_windows.h"
 #include "catalogue/design_marks.h"
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 
 namespace {
@@ -218,6 +220,28 @@ TEST(Browser, DeleteAsksFirst)
     EXPECT_EQ(b.messages().back(), "Delete QX2 from the catalogue?");
     EXPECT_EQ(b.column(0), (std::vector<std::string>{"qx10", "QX1"}));
     EXPECT_EQ(b.c("frmKRNamps.lblNumAmps").text, "Qty = 2");
+}
+
+TEST(Browser, ImportsAndExportsThroughFileDialogs)
+{
+    Bench b(threeAmps());
+    const fs::path out = fs::temp_directory_path() / "qm_browser_export.csv";
+    b.platform.fileAnswers = {std::string(std::getenv("QUELLMARK_TEST_DATA")) +
+                                  "/catalogue/amplifiers_mixed.csv",
+                              out.string(), ""};
+    b.act(ActionKind::Click, "CatalogueMnu");
+    b.act(ActionKind::Click, "frmKRNamps.mnuImport");
+    EXPECT_EQ(b.messages().back().substr(0, 31), "4 amplifiers taken, 5 refused.\n");
+    EXPECT_EQ(b.c("frmKRNamps.lblNumAmps").text, "Qty = 7");
+    b.act(ActionKind::Click, "frmKRNamps.mnuExport");
+    qm::MemoryStore again;
+    std::ifstream in(out, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(qm::importAmplifiers(text, again).taken, 7);
+    const std::size_t asked = b.platform.messages.size();
+    b.act(ActionKind::Click, "frmKRNamps.mnuImport"); // cancelled
+    EXPECT_EQ(b.platform.messages.size(), asked);
+    fs::remove(out);
 }
 
 TEST(Browser, SelectingTakesTheDeviceForTheDesign)

@@ -69,6 +69,8 @@ void addBrowserWindow(QuellmarkForm& form)
                {"mnuMenuAdd", K::Menu, "&Add Amplifier", 0, 0, 0, 0},
                {"mnuMenuDelete", K::Menu, "&Delete Amplifier", 0, 0, 0, 0},
                {"mnuMenuSort", K::Menu, "&Sort By...", 0, 0, 0, 0},
+               {"mnuImport", K::Menu, "&Import CSV...", 0, 0, 0, 0},
+               {"mnuExport", K::Menu, "&Export CSV...", 0, 0, 0, 0},
            });
     form.find("frmKRNamps.cbEdit")->visible = false;
     form.find("frmKRNamps.cbCancel")->visible = false;

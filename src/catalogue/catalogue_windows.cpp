@@ -1,5 +1,6 @@
 #include "catalogue/catalogue_windows.h"
 
+#include "catalogue/catalogue_files.h"
 #include "catalogue/catalogue_layout.h"
 #include "catalogue/design_marks.h"
 #include "catalogue/edit_checks.h"
@@ -68,6 +69,13 @@ void CatalogueWindows::registerHandlers()
     form_.on(browser("mnuMenuAdd"), FormEvent::Click, handler(&CatalogueWindows::mnuMenuAdd_Click));
     form_.on(browser("mnuMenuDelete"), FormEvent::Click,
              handler(&CatalogueWindows::mnuMenuDelete_Click));
+    form_.on(browser("mnuImport"), FormEvent::Click, [this](QuellmarkForm&, int, const EventArgs&) {
+        if (editing() || refuseWhenReadOnly()) return;
+        if (importAmplifiersFromDialog(form_, *services_.store)) reload();
+    });
+    form_.on(browser("mnuExport"), FormEvent::Click, [this](QuellmarkForm&, int, const EventArgs&) {
+        exportAmplifiersToDialog(form_, *services_.store);
+    });
     form_.on(browser("txtSortBy"), FormEvent::Change, handler(&CatalogueWindows::txtSortBy_Change));
     form_.on(browser("DBGrid1"), FormEvent::HeadClick,
              [this](QuellmarkForm&, int, const EventArgs& a) { DBGrid1_HeadClick(a.column); });
