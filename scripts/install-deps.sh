@@ -9,9 +9,9 @@ set -euo pipefail
 # The build (the window needs Qt and its GL headers, the benchmarks Google
 # Benchmark) and the tests (GoogleTest; the window's tests draw text on Qt's
 # offscreen platform, which needs a font; the printing tests read their PDF
-# with poppler's tools).
+# with poppler's tools; the amplifier catalogue is kept with SQLite).
 packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
-          fonts-dejavu-core poppler-utils)
+          libsqlite3-dev fonts-dejavu-core poppler-utils)
 if [ "${1:-}" = "--checks" ]; then
     packages+=(clang-format clang-tidy clang libclang-rt-14-dev)
 fi

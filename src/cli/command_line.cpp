@@ -100,7 +100,10 @@ const std::map<std::string, Handler>& valueOptions()
          }},
         {"--click",
          [](CommandLine& cl, const std::string& v) {
-             addAction(cl, {ActionKind::Click, v, ""});
+             // A grid's column head is clicked as GRID=COLUMN.
+             const auto eq = v.find('=');
+             addAction(cl, {ActionKind::Click, v.substr(0, eq),
+                            eq == std::string::npos ? "" : v.substr(eq + 1)});
          }},
         {"--dblclick",
          [](CommandLine& cl, const std::string& v) {
@@ -207,6 +210,14 @@ const std::map<std::string, Handler>& valueOptions()
          }},
         {"--answer-file",
          [](CommandLine& cl, const std::string& v) { cl.fileAnswers.push_back(v); }},
+        {"--catalogue",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.databasePath = v; }},
+        {"--import-amplifiers",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.imports.push_back(v); }},
+        {"--export-amplifiers",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.exports.push_back(v); }},
+        {"--datasheets",
+         [](CommandLine& cl, const std::string& v) { cl.catalogue.dataSheetFolders.push_back(v); }},
         {"--answer",
          [](CommandLine& cl, const std::string& v) {
              const std::string a = lower(v);
@@ -303,6 +314,25 @@ Design settings (each is one of the actions above):
   --resistors SERIES   Exact, E12, E24, E48, E96 or E192
   --capacitors SERIES  E6, E12 or E24
 
+Amplifier catalogue (Options > "Amplifier catalogue" is --click CatalogueMnu;
+its windows' controls are frmKRNamps.NAME and PartList.NAME):
+  --catalogue PATH     the catalogue database of this run, created if missing;
+                       without it the catalogue lives in memory for the run
+  --import-amplifiers CSV  add the rows of CSV (header of column heads) before
+                       the actions; taken and refused rows go to stderr
+  --export-amplifiers CSV  write the whole catalogue as CSV after the actions
+  --datasheets DIR     look for data sheets in DIR (repeatable); by default in
+                       "datasheets" beside this program. Nothing is opened: a
+                       sheet counts as opened when its file exists
+  --select GRID=ROW[,COL]  make a cell of a grid current (rows and columns
+                       from 0), e.g. --select frmKRNamps.DBGrid1=2
+  --click GRID=COL     click the head of a grid's column: sorts by it
+  --type GRID=TEXT     replace the current cell's text (in edit mode)
+  --dblclick frmKRNamps.DBGrid1  edit the current row; frmKRNamps.cbEdit
+                       stores it, frmKRNamps.mnuMenuAdd starts a new row,
+                       frmKRNamps.mnuMenuDelete deletes the current one
+                       (it asks: --answer yes)
+
 Answers to what the actions ask, taken in the order asked:
   --answer-file PATH   the next file dialog returns PATH (empty: Cancel)
   --answer yes|no      the next Yes/No question; an unanswered one is No
@@ -324,7 +354,8 @@ Design files (each answers its own dialog and question):
 Output:
   --json               every control as JSON, the title bar, the message boxes
                        raised and the design as numbers in SI units ("design",
-                       see README)
+                       see README); "grids" holds each grid's heads, rows, marks and current
+                       cell, "launched" every document asked to open
   --show NAME          print only this control (repeatable)
   --list-controls      every control's name, kind and what it is, then stop
   --decimal-separator C  '.' or ',' instead of the locale's
@@ -335,8 +366,9 @@ An option that needs a value never takes the next option (a word that starts
 with "--") as its value: "--poles --show X" is an error. A value that starts
 with "--" is given in the option itself: --type=NAME=--x.
 
-Exit status: 0 done; 2 a bad option or control name; 3 an action raised
-"Entry is not understood." (the screen is printed all the same).
+Exit status: 0 done; 1 a catalogue file could not be read or written; 2 a
+bad option or control name; 3 an action raised "Entry is not understood."
+(the screen is printed all the same).
 )";
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 // The options of quellmark-cli, turned into the actions a person would take.
+#include "cli/catalogue_run.h"
 #include "screen/platform.h"
 #include "screen/user_actions.h"
 
@@ -41,6 +42,7 @@ struct CommandLine
     std::vector<OwnAnswers> ownAnswers;
     /// Where this run's default design lives; empty for none.
     std::string defaultDesign;
+    CatalogueOptions catalogue;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -214,6 +214,8 @@ std::string kindName(const Control& c)
         return "menu entry";
     case ControlKind::Button:
         return "button";
+    case ControlKind::Grid:
+        return "grid";
     case ControlKind::Window:
         break;
     }

@@ -87,7 +87,8 @@ void appendControl(std::string& out, const Control& c)
 
 } // namespace
 
-std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform)
+std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform,
+                         const std::string& moreMembers)
 {
     std::string out = "{\"title\": \"" + jsonEscape(form.Form.text) + "\", \"controls\": {";
     bool first = true;
@@ -120,7 +121,7 @@ std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& pla
         out += (k ? ", " : "") + std::to_string(platform.helpOpened[k]);
     out += "], \"printed\": " + std::to_string(platform.pageOrientations.size());
     out += ",\n\"design\": " + designAsJson(form);
-    out += "}\n";
+    out += moreMembers + "}\n";
     return out;
 }
 

@@ -9,7 +9,9 @@ class QuellmarkForm;
 class RecordingPlatform;
 
 std::string jsonEscape(const std::string& text);
-std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform);
+/// `moreMembers`, when given, is ", \"name\": value..." added at the end.
+std::string screenAsJson(const QuellmarkForm& form, const RecordingPlatform& platform,
+                         const std::string& moreMembers = {});
 /// One line "NAME = text" for every visible control that shows a text.
 std::string screenAsText(const QuellmarkForm& form, const RecordingPlatform& platform);
 

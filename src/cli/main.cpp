@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr int kExitFile = 1;
 constexpr int kExitUsage = 2;
 /// An action's text couldn't be read: the screen is printed all the same.
 constexpr int kExitNotUnderstood = 3;
@@ -58,22 +59,29 @@ int main(int argc, char** argv)
         platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
+        qm::CatalogueRun catalogue(form, cl.catalogue);
         form.runGuarded([&] { qm::Form_Initialize(form); });
         if (cl.listControls) {
             std::cout << qm::controlList(form);
             return 0;
         }
+        catalogue.importFiles();
         qm::runActions(form, platform, cl);
+        catalogue.exportFiles();
+        std::cerr << catalogue.report();
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
-            std::cout << (cl.json ? qm::screenAsJson(form, platform)
+            std::cout << (cl.json ? qm::screenAsJson(form, platform, catalogue.jsonMembers(form))
                                   : qm::screenAsText(form, platform));
         return entryNotUnderstood(platform) ? kExitNotUnderstood : 0;
     } catch (const qm::UsageError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";
     } catch (const qm::ActionError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";
+    } catch (const qm::CatalogueFileError& e) {
+        std::cerr << "quellmark-cli: " << e.what() << "\n";
+        return kExitFile;
     }
     return kExitUsage;
 }

@@ -1,5 +1,7 @@
 #include "design/cycle.h"
 
+#include "catalogue/design_marks.h"
+
 #include "chart/chart_pass.h"
 #include "design/component_pass.h"
 #include "design/result_texts.h"
@@ -236,6 +238,7 @@ void updatescreen(QuellmarkForm& f)
     chartAxesAndTraces(f);
     ShowPrompt(f, f.promptKey);
     totalsRow(f);
+    markDesignLimits(f);
 }
 
 } // namespace qm

@@ -1,5 +1,6 @@
 #include "design/result_texts.h"
 
+#include "catalogue/section_parts.h"
 #include "chart/response.h"
 #include "design/sensitivity_table.h"
 #include "design/table_lines.h"
@@ -145,6 +146,7 @@ void sensitivitiesAndTableLine(QuellmarkForm& f, int j)
 {
     f.sectionName = sectionNameOf(f, j);
     f.Label40.text = columnHeader(f.circuitType == 1, f.InvCalc.value == 1);
+    noteSectionParts(f, j);
     if (f.viewMode == 0) {
         f.tableLine = measureForTable(f, j);
         tableBox(f, j).text = f.tableLine;

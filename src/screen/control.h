@@ -41,6 +41,7 @@ enum class ControlKind {
     Menu,
     Button,
     Window,
+    Grid,
 };
 
 /// Values of option buttons and menu ticks, and of check boxes.

@@ -177,6 +177,7 @@ void FormControls::registerMenus()
                            {&Exitmnu, "Exitmnu", "mnuFile"},
                            {&optionmnu, "optionmnu", ""},
                            {&SADmnu, "SADmnu", "optionmnu"},
+                           {&CatalogueMnu, "CatalogueMnu", "optionmnu"},
                            {&viewmnu, "viewmnu", ""},
                            {&ShowGDTrace, "ShowGDTrace", "viewmnu"},
                            {&ShowPhaseTrace, "ShowPhaseTrace", "viewmnu"},
@@ -228,6 +229,22 @@ Control& FormControls::addWindowControl(std::string_view window, std::string_vie
     windowControls_.push_back(&c);
     byName_.emplace(c.name, &c);
     return c;
+}
+
+GridModel& FormControls::addWindowGrid(std::string_view window, std::string_view name)
+{
+    const Control& c = addWindowControl(window, name, ControlKind::Grid);
+    GridModel& g = gridTables_.emplace_back();
+    g.name = c.name;
+    grids_.push_back(&g);
+    return g;
+}
+
+GridModel* FormControls::grid(std::string_view name)
+{
+    for (GridModel* g : grids_)
+        if (g->name == name) return g;
+    return nullptr;
 }
 
 Control* FormControls::find(std::string_view name)

@@ -3,6 +3,7 @@
 // logic uses. Every control is also reachable by its name ("C1Entry(2)"),
 // which is how the shell and the command line address it.
 #include "screen/control.h"
+#include "screen/grid_model.h"
 
 #include <array>
 #include <deque>
@@ -62,7 +63,7 @@ struct FormControls
     // Menus.
     Control mnuFile, mnuFileNew, mnuFileBar0, mnuFileOpen, mnuFileSave, mnuFileSaveAs, mnuFileBar1,
         SaveChartData, MenuFileBar2, Print, mnuFileBar2, Exitmnu;
-    Control optionmnu, SADmnu;
+    Control optionmnu, SADmnu, CatalogueMnu;
     Control viewmnu, ShowGDTrace, ShowPhaseTrace, ShowGainTrace, ShowValuesTable;
     Control Helpmnu, HelpCont, FormLoad, NewScreen;
 
@@ -76,6 +77,11 @@ struct FormControls
     Control& addWindow(std::string_view window, std::string_view caption);
     /// A control of a window added by addWindow, reachable as "window.name".
     Control& addWindowControl(std::string_view window, std::string_view name, ControlKind kind);
+    /// A grid control of a window added by addWindow, with its table.
+    GridModel& addWindowGrid(std::string_view window, std::string_view name);
+    /// The table of the grid control of that name, or nullptr.
+    GridModel* grid(std::string_view name);
+    const std::vector<GridModel*>& grids() const { return grids_; }
     /// The windows beside the design screen, in the order they were added.
     const std::vector<Control*>& windows() const { return windows_; }
     /// The controls of those windows, in the order they were added; all()
@@ -99,6 +105,8 @@ struct FormControls
     std::deque<Control> otherWindows_;
     std::vector<Control*> windows_;
     std::vector<Control*> windowControls_;
+    std::deque<GridModel> gridTables_;
+    std::vector<GridModel*> grids_;
     std::vector<Control*> registry_;
     std::unordered_map<std::string, Control*> byName_;
 };

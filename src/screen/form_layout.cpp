@@ -90,8 +90,8 @@ void listsAndSelections(FormControls& f)
         f.FnInput[i].backColor = kWhite;
         f.QInput[i].backColor = kWhite;
     }
-    // The part list has no working entrance from the design screen.
-    f.ShowPartList.visible = false;
+    // The entrance to the part list.
+    f.ShowPartList.visible = true;
     f.ShowPartList.text = "Show Part List";
 }
 
@@ -151,6 +151,7 @@ void menus(FormControls& f)
                           {&f.Exitmnu, "Close", ""},
                           {&f.optionmnu, "Options", ""},
                           {&f.SADmnu, "Save as default", ""},
+                          {&f.CatalogueMnu, "Amplifier catalogue", ""},
                           {&f.viewmnu, "View", ""},
                           {&f.ShowGDTrace, "Show Group Delay Trace", ""},
                           {&f.ShowPhaseTrace, "Show Phase Trace", ""},

@@ -11,8 +11,9 @@ namespace {
 
 std::string handlerKey(std::string_view base, FormEvent event)
 {
-    static constexpr const char* kNames[] = {"Click",    "DblClick", "GotFocus", "LostFocus",
-                                             "Validate", "KeyDown",  "Change",   "MouseDown"};
+    static constexpr const char* kNames[] = {"Click",     "DblClick",    "GotFocus", "LostFocus",
+                                             "Validate",  "KeyDown",     "Change",   "MouseDown",
+                                             "HeadClick", "RowColChange"};
     return std::string(base) + "_" + kNames[static_cast<int>(event)];
 }
 

@@ -3,6 +3,7 @@
 // events that reach its handlers. Setting a selection from code raises the
 // control's handler at once, inside the setting code, as a click would;
 // suppressUpdate is the only guard against a recalculation from there.
+#include "catalogue/design_catalogue.h"
 #include "design/design_record.h"
 #include "screen/common_dialog.h"
 #include "screen/form_controls.h"
@@ -15,7 +16,18 @@
 
 namespace qm {
 
-enum class FormEvent { Click, DblClick, GotFocus, LostFocus, Validate, KeyDown, Change, MouseDown };
+enum class FormEvent {
+    Click,
+    DblClick,
+    GotFocus,
+    LostFocus,
+    Validate,
+    KeyDown,
+    Change,
+    MouseDown,
+    HeadClick,    ///< a grid's column head, column in EventArgs::column
+    RowColChange, ///< a grid's current cell moved
+};
 
 struct EventArgs
 {
@@ -24,6 +36,7 @@ struct EventArgs
     int shift = 0;
     float x = 0;
     float y = 0;
+    int column = -1; ///< a grid's column
 };
 
 constexpr int kKeyEnter = 13;
@@ -40,6 +53,8 @@ class QuellmarkForm : public FormControls, public DesignRecord, public CommonDia
     explicit QuellmarkForm(PlatformServices services);
 
     PlatformServices platform;
+    /// The amplifier chosen for the design and the parts of its sections.
+    CatalogueDesignState catalogue;
 
     // --- Setting state from code, raising handlers as the toolkit does ---
 

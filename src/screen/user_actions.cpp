@@ -1,5 +1,6 @@
 #include "screen/user_actions.h"
 
+#include "screen/grid_actions.h"
 #include "screen/quellmark_form.h"
 #include "screen/shell_menus.h"
 
@@ -37,9 +38,14 @@ void requireKind(const Control& c, ControlKind kind, const char* what)
 
 void typeInto(QuellmarkForm& form, Control& c, const std::string& text, bool pressEnter)
 {
+    if (c.kind == ControlKind::Grid) {
+        typeIntoGrid(form, c, text);
+        return;
+    }
     requireKind(c, ControlKind::TextBox, "a text entry");
     form.moveFocus(c.name);
     c.text = text;
+    if (form.hasHandler(c.base, FormEvent::Change)) form.raise(c.name, FormEvent::Change);
     if (pressEnter) {
         EventArgs enter;
         enter.keyCode = kKeyEnter;
@@ -49,8 +55,12 @@ void typeInto(QuellmarkForm& form, Control& c, const std::string& text, bool pre
     }
 }
 
-void clickOn(QuellmarkForm& form, Control& c)
+void clickOn(QuellmarkForm& form, Control& c, const std::string& text)
 {
+    if (c.kind == ControlKind::Grid && !text.empty()) {
+        clickGridHead(form, c, text);
+        return;
+    }
     switch (c.kind) {
     case ControlKind::OptionButton:
         form.moveFocus(c.name);
@@ -61,6 +71,7 @@ void clickOn(QuellmarkForm& form, Control& c)
         form.runGuarded([&] { form.setCheck(c, c.value == kChecked ? 0 : kChecked); });
         break;
     case ControlKind::Button:
+    case ControlKind::Grid:
     case ControlKind::ListBox:
     case ControlKind::TextBox:
         form.moveFocus(c.name);
@@ -115,6 +126,10 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
         typeInto(form, c, action.text, true);
         break;
     case ActionKind::Select: {
+        if (c.kind == ControlKind::Grid) {
+            selectGridCell(form, c, action.text);
+            break;
+        }
         requireKind(c, ControlKind::ListBox, "a list");
         const int index = listItem(c, action.text);
         form.moveFocus(c.name);
@@ -122,7 +137,7 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
         break;
     }
     case ActionKind::Click:
-        clickOn(form, c);
+        clickOn(form, c, action.text);
         break;
     case ActionKind::Mouse:
         mouseOn(form, c, pointAt(c, action.text));
@@ -139,7 +154,7 @@ void applyAction(QuellmarkForm& form, const UserAction& action)
     case ActionKind::Uncheck: {
         requireKind(c, ControlKind::CheckBox, "a check box");
         const bool want = action.kind == ActionKind::Check;
-        if (c.checked() != want) clickOn(form, c);
+        if (c.checked() != want) clickOn(form, c, {});
         break;
     }
     }

@@ -3,6 +3,7 @@
 #include "design/cycle.h"
 #include "files/file_menu.h"
 #include "shell/about_dialog.h"
+#include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/design_drop.h"
 #include "shell/form_canvas.h"
@@ -28,6 +29,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     platform_.setParentWidget(this);
     // A new window starts at the screen's own size.
     setScreenScale(1.0);
+    catalogue_ = std::make_unique<CatalogueShell>(form_, this, [this] { syncFromModel(); });
     buildWidgets();
     shell_ = new ShellServices(*this);
     buildMenus();
@@ -157,10 +159,20 @@ void MainWindow::buildWidgets()
         }
     }
     for (Control* window : form_.windows()) {
+        if (hasWindowOfItsOwn(*window)) continue;
         auto* side = new SideWindow(form_, *window, *this, this);
         side->setObjectName(QString::fromStdString(window->name));
         sideWindows_.push_back(side);
     }
+}
+
+bool MainWindow::hasWindowOfItsOwn(const Control& window)
+{
+    // The about window and the catalogue's two windows are built by the
+    // shell services and the catalogue shell; the others are plain dialogs.
+    static const char* const kOwn[] = {"AboutQuellmark", "frmKRNamps", "PartList"};
+    return std::any_of(std::begin(kOwn), std::end(kOwn),
+                       [&](const char* name) { return window.name == name; });
 }
 
 QWidget* MainWindow::createWidget(Control& c)

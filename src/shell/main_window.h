@@ -10,6 +10,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -19,6 +20,7 @@ class QMenu;
 
 namespace qm {
 
+class CatalogueShell;
 class ChartView;
 class FormCanvas;
 class SideWindow;
@@ -61,6 +63,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     ShellServices& shell() { return *shell_; }
     /// Where the widgets of other windows send what the user does.
     ControlEvents& controlEvents() { return *this; }
+    CatalogueShell* catalogue() const { return catalogue_.get(); }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
@@ -96,6 +99,7 @@ class MainWindow : public QMainWindow, private ControlEvents
 
     void buildWidgets();
     QWidget* createWidget(Control& c);
+    static bool hasWindowOfItsOwn(const Control& window);
     void styleWidget(const Control& c, QWidget* w);
     void buildMenus();
     void applyTabOrder();
@@ -127,6 +131,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     bool syncing_ = false;
     int eventsDispatched_ = 0;
     int shownHeight_ = -1;
+    std::unique_ptr<CatalogueShell> catalogue_;
 };
 
 } // namespace qm

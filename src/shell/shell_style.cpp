@@ -64,23 +64,46 @@ class CompactStyle : public QProxyStyle
         // The platform style paints a list's box through a picture cache,
         // which paper would show blurred; on a printed page it is drawn as
         // lines.
-        if (control == CC_ComboBox && painter->paintEngine() &&
-            painter->paintEngine()->type() == QPaintEngine::Pdf) {
+        if (control == CC_ComboBox && isPrinting(painter)) {
             drawPrintedComboBox(option, painter, widget);
             return;
         }
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
 
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        // A button's face comes from the same picture cache: on paper it is
+        // drawn as lines too.
+        if (element == PE_PanelButtonCommand && isPrinting(painter)) {
+            drawPrintedPanel(option->rect, option->palette, painter);
+            return;
+        }
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
   private:
-    void drawPrintedComboBox(const QStyleOptionComplex* option, QPainter* painter,
-                             const QWidget* widget) const
+    static bool isPrinting(const QPainter* painter)
+    {
+        return painter->paintEngine() && painter->paintEngine()->type() == QPaintEngine::Pdf;
+    }
+
+    static void drawPrintedPanel(const QRect& rect, const QPalette& palette, QPainter* painter)
     {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
-        painter->setBrush(option->palette.color(QPalette::Button));
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter->setPen(QPen(palette.color(QPalette::Mid), 1));
+        painter->setBrush(palette.color(QPalette::Button));
+        painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter->restore();
+    }
+
+    void drawPrintedComboBox(const QStyleOptionComplex* option, QPainter* painter,
+                             const QWidget* widget) const
+    {
+        drawPrintedPanel(option->rect, option->palette, painter);
+        painter->save();
         const QRectF arrow = subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget);
         const QPointF c = arrow.center();
         constexpr double kHalf = 3.0;

@@ -1,6 +1,7 @@
 // Setting the widgets from the model. Every setter here is silent: signals
 // are blocked, and focus changes that hiding or disabling a widget causes
 // are not taken for the user's.
+#include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
@@ -175,6 +176,7 @@ void MainWindow::syncFromModel()
     chart_->refresh();
     canvas_->refresh();
     if (shell_) shell_->syncFromModel();
+    if (catalogue_) catalogue_->syncFromModel();
     syncing_ = wasSyncing;
 }
 

@@ -9,10 +9,20 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
 namespace qm::test {
+
+namespace {
+// The windows of the tests keep their amplifier catalogue apart from the
+// user's own.
+const bool kTestPaths = [] {
+    QStandardPaths::setTestModeEnabled(true);
+    return true;
+}();
+} // namespace
 
 StartedWindow::StartedWindow()
 {
