@@ -121,12 +121,12 @@ class MfbSection
             row.C1Changed = 0;
             checkC2();
             const double shown = ctx_.fullyDifferential ? d64(p_.cTwo) / 2 : d64(p_.cTwo);
-            row.C2Entry = Engsuffix(f32(shown), ctx_.digits, "", ctx_.decSep);
+            row.C2Entry = partnerEntryText(shown, ctx_.digits, ctx_.decSep);
         }
         if (row.C2Changed != 0) {
             row.C2Changed = 0;
             checkC1();
-            row.C1Entry = Engsuffix(p_.cOne, ctx_.digits, "", ctx_.decSep);
+            row.C1Entry = partnerEntryText(d64(p_.cOne), ctx_.digits, ctx_.decSep);
         }
     }
 

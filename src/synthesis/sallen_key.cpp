@@ -129,14 +129,14 @@ class SallenSection
         if (row.C1Changed != 0) {
             row.C1Changed = 0;
             checkC2();
-            row.C2Entry = Engsuffix(p_.cTwo, ctx_.digits, "", ctx_.decSep);
-            row.C2Value = p_.cTwo;
+            row.C2Entry = partnerEntryText(d64(p_.cTwo), ctx_.digits, ctx_.decSep);
+            row.C2Value = row.C2Entry.empty() ? 0 : p_.cTwo;
         }
         if (row.C2Changed != 0) {
             row.C2Changed = 0;
             checkC1();
-            row.C1Entry = Engsuffix(p_.cOne, ctx_.digits, "", ctx_.decSep);
-            row.C1Value = p_.cOne;
+            row.C1Entry = partnerEntryText(d64(p_.cOne), ctx_.digits, ctx_.decSep);
+            row.C1Value = row.C1Entry.empty() ? 0 : p_.cOne;
         }
     }
 
