@@ -388,7 +388,7 @@ long long fromEnvironment(const char* name, long long fallback)
 // A few thousand sequences in the normal run; the variables make it longer.
 TEST(RandomActions, EverySequenceEndsInAReadableDesign)
 {
-    constexpr long long kSequences = 3000;
+    constexpr long long kSequences = 2000;
     const long long count = fromEnvironment("QUELLMARK_RANDOM_SEQUENCES", kSequences);
     const long long seconds = fromEnvironment("QUELLMARK_RANDOM_SECONDS", 0);
     const auto seed = static_cast<std::uint64_t>(fromEnvironment("QUELLMARK_RANDOM_SEED", 9));

@@ -110,20 +110,41 @@ std::string sectionCalled(const QuellmarkForm& f, int j)
     return "Section " + trimmed(sectionNameOf(f, j));
 }
 
+/// "R1 comes out" or "R1 and R2 come out": names and a verb that agrees.
+std::string namesWith(const std::vector<std::string>& names, const char* one, const char* many)
+{
+    return joinNames(names) + " " + (names.size() == 1 ? one : many);
+}
+
+/// Why the named parts can't be made, grouped by cause.
 std::string whyNot(QuellmarkForm& f, const SectionFault& fault,
                    const std::vector<std::string>& names)
 {
-    const bool one = names.size() == 1;
-    if (!fault.failure.empty()) return "its calculation fails (" + fault.failure + ")";
-    for (const ShownPart& p : shownParts(f, fault.j))
-        if (std::find(names.begin(), names.end(), p.name) != names.end() && !(p.value > 0))
-            return one ? "it comes out negative or zero" : "they come out negative or zero";
-    for (const ShownPart& p : shownParts(f, fault.j))
-        if (std::find(names.begin(), names.end(), p.name) != names.end() && !buildablePart(p.value))
-            return one ? "it comes out below 1 f or above 999 G"
-                       : "they come out below 1 f or above 999 G";
-    return std::string(one ? "it lies" : "they lie") +
-           " outside 1 pF to 100 µF, the range of the capacitor entries";
+    if (!fault.failure.empty())
+        return namesWith(names, "has", "have") + " no value, as the calculation fails (" +
+               fault.failure + ")";
+    std::vector<std::string> notPositive, beyondScale, outsideEntries;
+    for (const ShownPart& p : shownParts(f, fault.j)) {
+        if (std::find(names.begin(), names.end(), p.name) == names.end()) continue;
+        if (!(p.value > 0))
+            notPositive.emplace_back(p.name);
+        else if (!buildablePart(p.value))
+            beyondScale.emplace_back(p.name);
+        else
+            outsideEntries.emplace_back(p.name);
+    }
+    std::vector<std::string> causes;
+    if (!notPositive.empty())
+        causes.push_back(namesWith(notPositive, "comes", "come") + " out negative or zero");
+    if (!beyondScale.empty())
+        causes.push_back(namesWith(beyondScale, "comes", "come") + " out below 1 f or above 999 G");
+    if (!outsideEntries.empty())
+        causes.push_back(namesWith(outsideEntries, "lies", "lie") +
+                         " outside 1 pF to 100 µF, the range of the capacitor entries");
+    std::string text;
+    for (const std::string& cause : causes)
+        text += (text.empty() ? "" : "; ") + cause;
+    return text;
 }
 
 bool entered(const Control& entry)
@@ -233,10 +254,8 @@ std::string markDesignUnbuildable(QuellmarkForm& f, const std::string& failure)
 std::string unbuildableNotice(QuellmarkForm& f, const SectionFault& fault,
                               const std::vector<std::string>& names)
 {
-    std::string text = sectionCalled(f, fault.j) + " can't be built: " + joinNames(names) + " " +
-                       (names.size() == 1 ? "has" : "have") + " no value that can be made, as " +
-                       whyNot(f, fault, names) + ". ";
-    return text + whatToChange(f, fault.j);
+    return sectionCalled(f, fault.j) + " can't be built: " + whyNot(f, fault, names) + ". " +
+           whatToChange(f, fault.j);
 }
 
 } // namespace qm
