@@ -96,7 +96,8 @@ const SectionCase kSections[] = {
       {ActionKind::Click, "SallenKey", ""}},
      {{"R1(0)", "no value"}, {"C2L(0)", "no value"}, {"RealR", "10.7 k   "}},
      "Section A can't be built: R1, R2, C1 and C2 have no value, as the calculation fails "
-     "(overflow). Change the Fn or the Q of section A."},
+     "(the Q is too high for a Sallen-Key section of this gain). Change the Fn or the Q of section "
+     "A."},
 };
 
 INSTANTIATE_TEST_SUITE_P(Unbuildable, UnbuildableSection, ::testing::ValuesIn(kSections));
