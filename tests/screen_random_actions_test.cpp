@@ -157,6 +157,15 @@ std::string brokenInvariant(Screen& s)
             !readableValue(c->text, f.decSep))
             return c->name + " shows the part as '" + c->text + "'";
     }
+    for (const qm::Control* c : f.all()) {
+        const bool capacitorEntry =
+            c->base == "C1Entry" || c->base == "C2Entry" || c->name == "C1RealEntry";
+        if (!capacitorEntry || c->text.empty() || c->name == f.focusedControl()) continue;
+        const double farads = qm::engNumber(c->text, f.decSep);
+        // A typed 0 stays as the designer's "no capacitor fixed here".
+        if (farads != 0 && (farads < 0.999e-12 || farads > 1.001e-4))
+            return c->name + " holds '" + c->text + "'";
+    }
     if (f.SensTrue.selected())
         for (const qm::Control* box : {&f.Text41, &f.Text42, &f.Text43, &f.Text44, &f.Text45}) {
             const std::string bad = badTableValue(box->text);
