@@ -20,6 +20,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <random>
 #include <regex>
@@ -280,6 +281,9 @@ const FoundSequence kFound[] = {
     {"a Q of 2e8 in Sallen-Key",
      '.',
      {"select TypeFilter=7", "type QInput(1)=2e8", "click SallenKey"}},
+    {"an Fn typed with the other separator",
+     ',',
+     {"select TypeFilter=7", "type FnInput(0)= 971.11\xC2\xB5"}},
     {"an entered C2 at 200 MHz, then high-pass",
      '.',
      {"enter Text34=200M", "enter C2Entry(0)=100u", "click High"}},
@@ -414,6 +418,7 @@ TEST(RandomActions, EverySequenceEndsInAReadableDesign)
         }
     }
     RecordProperty("sequences", std::to_string(run));
+    std::printf("%lld sequences of seed %llu\n", run, static_cast<unsigned long long>(seed));
 }
 
 } // namespace
