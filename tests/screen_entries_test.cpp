@@ -163,7 +163,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(FailureCase{Butterworth, "Text34", "12abc", "", true},
                       FailureCase{Butterworth, "C1RealEntry", "abc", "", false},
                       FailureCase{CustomFnQ, "FnInput(0)", "12abc", "1 k", true},
-                      FailureCase{CustomFnQ, "QInput(1)", "12abc", "12abc", true}));
+                      FailureCase{Butterworth, "RespF", "12abc", "10.0 k", true},
+                      FailureCase{CustomFnQ, "QInput(1)", "12abc", "1.0000 ", true}));
 
 // --- Design-level behaviour ---
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <limits>
 
 namespace qm {
 
@@ -80,6 +81,21 @@ inline float heldF32(double x)
     return static_cast<float>(std::min(std::max(x, -kTop), kTop));
 }
 
+/// a/b as IEEE arithmetic gives it, infinite (or not a number) for b = 0,
+/// without dividing by zero.
+inline double quotient(double a, double b)
+{
+    if (b != 0) return a / b;
+    if (a == 0 || std::isnan(a)) return std::numeric_limits<double>::quiet_NaN();
+    // 1 - w² is +0 when it vanishes, so the sign is that of a.
+    return std::copysign(std::numeric_limits<double>::infinity(), a);
+}
+
+inline double reciprocal(double x)
+{
+    return quotient(1, x);
+}
+
 /// First stage of a pair at f Hz. w is held within ±1e9 before it is stored,
 /// which gives the same float as storing first and limiting after.
 inline RatioPoint pairRatio(const SectionModel& m, float f)
@@ -89,8 +105,9 @@ inline RatioPoint pairRatio(const SectionModel& m, float f)
     p.w = static_cast<float>(std::min(std::max(wide, -kWLimit), kWLimit));
     const double w = d64(p.w);
     const double oneMinusW2 = 1 - w * w;
-    p.mag = heldF32(1 / std::sqrt(oneMinusW2 * oneMinusW2 + m.damping * w * w));
-    p.atanArg = (w * m.bOneOverR) / oneMinusW2;
+    p.mag = heldF32(reciprocal(std::sqrt(oneMinusW2 * oneMinusW2 + m.damping * w * w)));
+    // At the natural frequency the argument is infinite and the phase -90°.
+    p.atanArg = quotient(w * m.bOneOverR, oneMinusW2);
     return p;
 }
 

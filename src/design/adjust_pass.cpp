@@ -43,9 +43,10 @@ void measureErrors(QuellmarkForm& f)
 {
     const double design = checkedSqrt(d64(f.b0Design));
     const double built = checkedSqrt(d64(f.b0Real));
-    f.adjDQ = f32((design / d64(f.b1Design) - checkedDiv(built, d64(f.b1Real))) / design *
-                  d64(f.b1Design));
-    f.adjDFn = f32((built - design) / design);
+    f.adjDQ = f32(
+        checkedDiv(checkedDiv(design, d64(f.b1Design)) - checkedDiv(built, d64(f.b1Real)), design) *
+        d64(f.b1Design));
+    f.adjDFn = f32(checkedDiv(built - design, design));
 }
 
 void roundC2(QuellmarkForm& f, std::size_t j, RoundingContext& rc)

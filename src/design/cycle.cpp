@@ -7,6 +7,8 @@
 #include "design/result_texts.h"
 #include "design/section_plan.h"
 #include "design/section_results.h"
+#include "design/table_lines.h"
+#include "design/unbuildable.h"
 #include "numbers/eng_text.h"
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
@@ -15,6 +17,8 @@
 #include "screen/quellmark_form.h"
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 namespace qm {
 
@@ -194,30 +198,64 @@ void releaseClearedCapacitors(QuellmarkForm& f, int j)
     if (f.C2Entry[e].text.empty() && f.C1Changed[e] == 0) f.C2[j] = 0;
 }
 
-void runSection(QuellmarkForm& f, int j)
+/// Runs one step of the cycle's last part; a failure there leaves what the
+/// step would have written and the design goes on. Returns false then.
+template <class Step> bool attempt(Step&& step)
 {
-    f.sectionNum = static_cast<i16>(j);
-    readSeed(f);
-    f.gainEntry[0] = 1.0f;
-    f.sectionGain = f.gainEntry[f.sectionRows - j + 1 - f.realPoleCount];
-    releaseClearedCapacitors(f, j);
-    f.b0Design = f.b0[j];
-    f.b1Design = f.b1[j];
-    synthesiseSection(f, j);
-    requiredGBP(f);
-    responseRow(f, j);
-    sensitivitiesAndTableLine(f, j);
-    keepSectionResult(f, j);
+    try {
+        step();
+        return true;
+    } catch (const CalcFailure&) {
+        return false;
+    }
 }
 
-} // namespace
-
-void updatescreen(QuellmarkForm& f)
+/// The response row of a section whose response can't be taken stays empty
+/// and adds nothing to the Totals row.
+void clearResponseRow(QuellmarkForm& f, int j)
 {
-    f.Label18.text = "Hz";
-    f.Label9.text = "Hz";
-    BusyScope busy(f.platform.busy);
-    prepareRun(f);
+    const auto q = static_cast<std::size_t>(f.sectionRows - j);
+    f.GainF[q].text.clear();
+    f.PhaseF[q].text.clear();
+    f.gainDBAtResp[q] = 0;
+    f.phaseAtResp[q] = 0;
+}
+
+/// Cycle step 17 for section j. Where the formulas give a part that can't be
+/// made, or fail on the way, the section shows what it could compute, marks
+/// the rest and leaves a notice for the prompt; the next sections go on.
+void runSection(QuellmarkForm& f, int j, std::vector<std::string>& notices)
+{
+    f.sectionNum = static_cast<i16>(j);
+    f.b0Design = f.b0[j];
+    f.b1Design = f.b1[j];
+    SectionFault fault{j, {}};
+    try {
+        readSeed(f);
+        f.gainEntry[0] = 1.0f;
+        f.sectionGain = f.gainEntry[f.sectionRows - j + 1 - f.realPoleCount];
+        releaseClearedCapacitors(f, j);
+        synthesiseSection(f, j);
+    } catch (const CalcFailure& e) {
+        fault.failure = e.what();
+    }
+    const std::vector<std::string> missing = unbuildableNames(f, fault);
+    if (!missing.empty()) showSectionAsDesigned(f, j);
+    attempt([&] { requiredGBP(f); });
+    if (!attempt([&] { responseRow(f, j); })) clearResponseRow(f, j);
+    const bool shown = attempt([&] { sensitivitiesAndTableLine(f, j); });
+    if (!missing.empty()) {
+        markUnbuildable(f, j, missing);
+        notices.push_back(unbuildableNotice(f, fault, missing));
+    } else if (!shown) {
+        attempt([&] { tableBox(f, j).text = sectionNameOf(f, j) + "      --"; });
+    }
+    attempt([&] { keepSectionResult(f, j); });
+}
+
+/// Steps 5 to 16: the entries read, the poles made and scaled.
+void prepareSections(QuellmarkForm& f)
+{
     readDesignEntries(f);
     deriveSectionCounts(f);
     f.viewMode = f.CompValue.selected() ? 0 : 2;
@@ -231,14 +269,48 @@ void updatescreen(QuellmarkForm& f)
     for (Control* c : {&f.Text41, &f.Text42, &f.Text43, &f.Text44, &f.Text45})
         c->text.clear();
     chooseSchematics(f);
-    for (int j = f.sectionRows; j >= 1; --j)
-        runSection(f, j);
-    chartGridAndSweep(f);
-    totalsAndDescription(f);
-    chartAxesAndTraces(f);
+}
+
+/// The notices of sections that can't be built stand above the prompt of
+/// promptKey, which the next clean recalculation shows alone again.
+void showNotices(QuellmarkForm& f, const std::vector<std::string>& notices)
+{
+    if (notices.empty()) return;
+    std::string text;
+    for (const std::string& notice : notices)
+        text += notice + "\r\n";
+    f.Prompt.text = text + "\r\n" + f.Prompt.text;
+}
+
+} // namespace
+
+void updatescreen(QuellmarkForm& f)
+{
+    f.Label18.text = "Hz";
+    f.Label9.text = "Hz";
+    BusyScope busy(f.platform.busy);
+    prepareRun(f);
+    // The cycle ends with a whole screen whatever its formulas meet: no
+    // failure leaves it half written or goes back to the entry that started
+    // it, and the next change of any entry recalculates as usual.
+    std::vector<std::string> notices;
+    try {
+        prepareSections(f);
+        for (int j = f.sectionRows; j >= 1; --j)
+            runSection(f, j, notices);
+    } catch (const CalcFailure& e) {
+        // While a design file is read, a design that can't be made is the
+        // file's fault: the reader takes the failure and says so.
+        if (f.readingDesignFile) throw;
+        notices.push_back(markDesignUnbuildable(f, e.what()));
+    }
+    attempt([&] { chartGridAndSweep(f); });
+    attempt([&] { totalsAndDescription(f); });
+    attempt([&] { chartAxesAndTraces(f); });
     ShowPrompt(f, f.promptKey);
-    totalsRow(f);
-    markDesignLimits(f);
+    showNotices(f, notices);
+    attempt([&] { totalsRow(f); });
+    attempt([&] { markDesignLimits(f); });
 }
 
 } // namespace qm

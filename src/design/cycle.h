@@ -8,8 +8,9 @@ class QuellmarkForm;
 
 /// Reads every entry again, regenerates the pole pairs, computes every
 /// section from the highest number down, rewrites every result text, redraws
-/// the chart and shows the prompt. A CalcFailure ends the run where it
-/// happens and goes to the handler that started it.
+/// the chart and shows the prompt. It throws no CalcFailure: a section whose
+/// formulas fail or give parts that can't be made is shown as far as it was
+/// computed, its other parts as "no value", and the prompt says what to change.
 void updatescreen(QuellmarkForm& f);
 
 /// Start-up of the design screen: separator, first texts, prompt 1, then the

@@ -166,15 +166,16 @@ void totalsAndDescription(QuellmarkForm& f)
         if (!f.DCgain[i].text.empty())
             f.totalGain = f32(d64(f.totalGain) * strictNumber(f.DCgain[i].text, f.decSep));
     f.DCgain[5].text = formatPattern(f.totalGain, kGainPattern, f.decSep);
-    if (f.totalGain == 0) f.totalGain = 1.0f;
-    f.totalGainDB = f32(20 * checkedLog10(d64(f.totalGain)));
-
     f.descText = circuitText(f);
     f.descText += generalText(static_cast<double>(f.n), f.decSep);
     f.descText += f.InvCalc.value == 1 ? "-Pole High-Pass " : "-Pole Low-Pass ";
     f.descText += familyText(f);
     f.descText += f.Text34.text + "Hz Cutoff," + " Passband Gain of " + f.DCgain[5].text;
     f.Label8.text = f.descText;
+    // The description stands before the gain in dB can fail, so that it
+    // always names the design on the screen.
+    if (f.totalGain == 0) f.totalGain = 1.0f;
+    f.totalGainDB = f32(20 * checkedLog10(d64(f.totalGain)));
 }
 
 void totalsRow(QuellmarkForm& f)

@@ -43,9 +43,9 @@ void MFBAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float cO
     // wn² = 1/(R2·R3·C1·C2)
     f.anaWn = f32(checkedDiv(1.0, checkedSqrt(r2 * r3 * c1 * c2)));
     // 1/Q = (sqrt(R2·R3)/R1 + sqrt(R3/R2) + sqrt(R2/R3))·sqrt(C1/C2)
-    const double invQ = (checkedSqrt(r2 * r3) / r1 + checkedSqrt(checkedDiv(r3, r2)) +
+    const double invQ = (checkedDiv(checkedSqrt(r2 * r3), r1) + checkedSqrt(checkedDiv(r3, r2)) +
                          checkedSqrt(checkedDiv(r2, r3))) *
-                        checkedSqrt(c1 / c2);
+                        checkedSqrt(checkedDiv(c1, c2));
     f.anaQ = f32(checkedDiv(1.0, invQ));
     b0out = f32(d64(f.anaWn) * d64(f.anaWn));
     b1out = f32(std::fabs(checkedDiv(d64(f.anaWn), d64(f.anaQ))));
@@ -54,7 +54,7 @@ void MFBAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float cO
 void SallenAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float RFour, float cOne,
                    float cTwo, float& g, float& b0out, float& b1out)
 {
-    g = RThree > 0 ? f32(d64(RFour) / d64(RThree) + 1) : 1.0f;
+    g = RThree > 0 ? f32(checkedDiv(d64(RFour), d64(RThree)) + 1) : 1.0f;
     if (RTwo == 0) {
         if (cOne > 0) realPoleOf(f, ROne, cOne, b0out, b1out);
         return;
@@ -64,9 +64,9 @@ void SallenAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float
     // wn² = 1/(R1·R2·C1·C2)
     f.anaWn = f32(checkedDiv(1.0, checkedSqrt(r1 * r2 * c1 * c2)));
     // 1/Q = sqrt(C1·R2/(R1·C2)) + sqrt(C1·R1/(R2·C2)) + (1 − g)·sqrt(C2·R1/(R2·C1))
-    const double a = checkedSqrt(c1 * r2 / r1 / c2);
-    const double b = checkedSqrt(c1 * r1 / r2 / c2);
-    const double c = checkedSqrt(c2 * r1 / r2 / c1);
+    const double a = checkedSqrt(checkedDiv(c1 * r2, r1 * c2));
+    const double b = checkedSqrt(checkedDiv(c1 * r1, r2 * c2));
+    const double c = checkedSqrt(checkedDiv(c2 * r1, r2 * c1));
     const double d = (1 - d64(g)) * c + b + a;
     f.anaQ = f32(checkedDiv(1.0, d));
     b0out = f32(checkedDiv(1.0, r1 * r2 * c1 * c2));
@@ -87,7 +87,8 @@ Percents percentChange(double b0, double b1, double b0Real, double b1Real)
 {
     const double root = std::sqrt(b0);
     const double realRoot = checkedSqrt(b0Real);
-    return {(realRoot - root) * 100 / root, (root / b1 - realRoot / b1Real) * 100 / root * b1};
+    return {checkedDiv((realRoot - root) * 100, root),
+            checkedDiv((checkedDiv(root, b1) - checkedDiv(realRoot, b1Real)) * 100, root) * b1};
 }
 
 } // namespace

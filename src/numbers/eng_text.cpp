@@ -196,4 +196,10 @@ float engValue(std::string_view text, char decSep)
     return f32(strictNumber(EngEntry(entry, decSep), decSep));
 }
 
+double engNumber(std::string_view text, char decSep)
+{
+    std::string entry(text);
+    return strictNumber(EngEntry(entry, decSep), decSep);
+}
+
 } // namespace qm

@@ -29,4 +29,8 @@ std::string RemoveASC(std::string& Temp);
 /// when the text isn't a number.
 float engValue(std::string_view text, char decSep);
 
+/// As engValue, kept at 64 bits: an entry that is clamped to its limits
+/// can then be read whatever its size ("1e308" is a number, if a large one).
+double engNumber(std::string_view text, char decSep);
+
 } // namespace qm

@@ -105,7 +105,7 @@ double readPositiveEntry(QuellmarkForm& f, Control& entry, const std::string& fa
     std::string work = entry.text;
     entry.text = CorrectD(work, f.decSep);
     if (leadingNumber(entry.text, f.decSep) == 0) entry.text = fallback;
-    return std::fabs(d64(engValue(entry.text, f.decSep)));
+    return std::fabs(engNumber(entry.text, f.decSep));
 }
 
 void Text34_Work(QuellmarkForm& f)
@@ -147,15 +147,37 @@ void placeCursor(QuellmarkForm& f)
     f.Cursor.x2 = f.Cursor.x1;
 }
 
+/// The cutoff as its entry shows it; an entry that a failed validation has
+/// emptied stands for the cutoff the design still uses.
+float cutoffShown(const QuellmarkForm& f)
+{
+    try {
+        return engValue(f.Text34.text, f.decSep);
+    } catch (const CalcFailure&) {
+        return f.fc;
+    }
+}
+
+/// The response frequency as its entry shows it, or the one in use when the
+/// entry holds nothing readable.
+double respFreqShown(const QuellmarkForm& f)
+{
+    try {
+        return engNumber(f.RespF.text, f.decSep);
+    } catch (const CalcFailure&) {
+        return d64(f.respFreq);
+    }
+}
+
 void RespF_Work(QuellmarkForm& f)
 {
     std::string work = f.RespF.text;
     f.RespF.text = CorrectD(work, f.decSep);
     if (f.RespF.text.empty() || leadingNumber(f.RespF.text, f.decSep) == 0) {
-        const double tenTimes = kRespFreqPerCutoff * d64(engValue(f.Text34.text, f.decSep));
+        const double tenTimes = kRespFreqPerCutoff * d64(cutoffShown(f));
         f.RespF.text = Engsuffix(f32(tenTimes), f.digits, "", f.decSep);
     }
-    double freq = std::fabs(d64(engValue(f.RespF.text, f.decSep)));
+    double freq = std::fabs(engNumber(f.RespF.text, f.decSep));
     if (freq == 0) freq = kRespFreqForZero;
     f.respFreq = f32(std::clamp(freq, kMinRespFreq, kMaxRespFreq));
     f.RespF.text = Engsuffix(f.respFreq, f.digits, "", f.decSep);
@@ -205,8 +227,9 @@ void resetFamilyEntries(QuellmarkForm& f)
 /// longer fit, and the pole count must suit the family.
 void chooseBaseFamily(QuellmarkForm& f, int index)
 {
-    ClearSectionEntries(f);
-    Text18_Validate(f);
+    // The family is set before the pole count is checked: that check may
+    // recalculate, and must then see the new family, not a custom one whose
+    // entries no longer apply.
     f.filterType = static_cast<i16>(index);
     f.baseFilterType = static_cast<i16>(index);
     f.filterTypeName = kFamilies[index].name;
@@ -218,6 +241,8 @@ void chooseBaseFamily(QuellmarkForm& f, int index)
     }
     setEntryOpen(f.Text18, true);
     f.Qtotal.raised = false;
+    ClearSectionEntries(f);
+    Text18_Validate(f);
 }
 
 /// Custom Q keeps the family's poles and entries; Qtotal becomes an entry.
@@ -256,8 +281,14 @@ void mirrorSectionFrequencies(QuellmarkForm& f)
         std::string text = caption.text;
         std::string number = EngEntry(text, f.decSep);
         RemoveASC(number);
-        const float mirrored = mirroredAroundCutoff(f, strictNumber(number, f.decSep));
-        caption.text = Engsuffix(mirrored, f.digits + 2, "Hz", f.decSep);
+        // The recalculation that follows writes every caption again; one
+        // that can't be mirrored just waits for it.
+        try {
+            const float mirrored = mirroredAroundCutoff(f, strictNumber(number, f.decSep));
+            caption.text = Engsuffix(mirrored, f.digits + 2, "Hz", f.decSep);
+        } catch (const CalcFailure&) {
+            caption.text.clear();
+        }
     }
 }
 
@@ -330,12 +361,14 @@ void Text12_Validate(QuellmarkForm& f)
         f, [&] { Text12_Work(f); }, [&] { f.Text12.text.clear(); });
 }
 
-// The response frequency fails as its sister entries do: a text that can't be
-// read is reported and emptied, and the next validation takes the default.
+// A response frequency that can't be read is reported, and the entry shows
+// again the frequency in use: other handlers read this entry (the passband
+// mirrors it), so it is never left empty.
 void RespF_Validate(QuellmarkForm& f)
 {
     validateEntry(
-        f, [&] { RespF_Work(f); }, [&] { f.RespF.text.clear(); });
+        f, [&] { RespF_Work(f); },
+        [&] { f.RespF.text = Engsuffix(f.respFreq, f.digits, "", f.decSep); });
 }
 
 void RevalidateRespF(QuellmarkForm& f)
@@ -360,7 +393,7 @@ void TypeFilterReaction(QuellmarkForm& f)
 void InvCalc_Validate(QuellmarkForm& f)
 {
     if (f.InvCalc.value != f.lastPassband) {
-        const float mirrored = mirroredAroundCutoff(f, d64(engValue(f.RespF.text, f.decSep)));
+        const float mirrored = mirroredAroundCutoff(f, respFreqShown(f));
         f.RespF.text = Engsuffix(mirrored, f.digits, "", f.decSep);
         RespF_Validate(f);
     }

@@ -13,8 +13,6 @@ namespace qm {
 namespace {
 
 constexpr const char* kCaption = "Quellmark Custom Pole Entry";
-constexpr const char* kNoDesign = "The design could not be recalculated with the new values; the "
-                                  "row keeps its previous Fn and Q";
 constexpr int kRows = 5;
 // The window's client area in twips.
 constexpr int kWindowWidth = 4920;
@@ -201,23 +199,13 @@ bool Apply_Click(QuellmarkForm& f)
 {
     const int r = f.poleRow;
     if (r < 0 || r >= kRows) return false;
-    const std::string fnBefore = f.FnInput[r].text;
-    const std::string qBefore = f.QInput[r].text;
+    // A section at the far ends of the limits may have no components (a
+    // lossless high-pass section overflows): the recalculation marks its
+    // parts and the prompt says which entry to change.
     f.FnInput[r].text = poleEntryControl(f, "Label9").text;
     f.QInput[r].text = poleEntryControl(f, "Label8").text;
-    try {
-        updatescreen(f);
-        return true;
-    } catch (const CalcFailure& e) {
-        // A section at the far ends of the limits may have no components
-        // (a lossless high-pass section overflows): the row goes back to the
-        // design it had, and the window stays for another entry.
-        f.FnInput[r].text = fnBefore;
-        f.QInput[r].text = qBefore;
-        updatescreen(f);
-        f.showMessage(std::string(kNoDesign) + " (" + e.what() + ").");
-        return false;
-    }
+    updatescreen(f);
+    return true;
 }
 
 void Command1_Click(QuellmarkForm& f)

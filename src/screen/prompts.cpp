@@ -1,5 +1,6 @@
 #include "screen/prompts.h"
 
+#include "design/unbuildable.h"
 #include "numbers/eng_text.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
@@ -197,14 +198,25 @@ float perCapacitor(const QuellmarkForm& f, float value)
     return f.FDAcircuit.checked() ? f32(d64(value) / 2) : value;
 }
 
+/// The first line of a capacitor's prompt; a capacitor that the design
+/// couldn't make has no value to tell.
+std::string currentCapacitor(const QuellmarkForm& f, float value)
+{
+    if (!buildablePart(d64(value))) return std::string("This capacitor has no value yet.") + kCrLf;
+    return "The current value of this capacitor is " + Engsuffix(value, f.digits, "", f.decSep) +
+           "F." + kCrLf;
+}
+
 std::string c1Prompt(const QuellmarkForm& f, int row)
 {
     const int j = sectionOfRow(f, row);
-    std::string text = "The current value of this capacitor is ";
-    text += Engsuffix(sectionValue(f.C1, j), f.digits, "", f.decSep) + "F." + kCrLf;
+    std::string text = currentCapacitor(f, sectionValue(f.C1, j));
     text += std::string("You may enter a new value...") + kCrLf;
+    const float limit = sectionValue(f.c1max, j);
+    if (!buildablePart(d64(limit)))
+        return text + "No value of C1 suits the present C2 of this section.";
     text += "A value larger than approximately ";
-    text += Engsuffix(sectionValue(f.c1max, j), f.digits, "F ", f.decSep);
+    text += Engsuffix(limit, f.digits, "F ", f.decSep);
     text += "will force a change in the current value of C2 in this section.";
     return text;
 }
@@ -212,12 +224,13 @@ std::string c1Prompt(const QuellmarkForm& f, int row)
 std::string c2Prompt(const QuellmarkForm& f, int row)
 {
     const int j = sectionOfRow(f, row);
-    std::string text = "The current value of this capacitor is ";
-    text += Engsuffix(perCapacitor(f, sectionValue(f.C2, j)), f.digits, "", f.decSep);
-    text += std::string("F.") + kCrLf;
+    std::string text = currentCapacitor(f, perCapacitor(f, sectionValue(f.C2, j)));
     text += std::string("You may enter a new value...") + kCrLf;
+    const float limit = perCapacitor(f, sectionValue(f.c2min, j));
+    if (!buildablePart(d64(limit)))
+        return text + "No value of C2 suits the present C1 of this section.";
     text += "A value smaller than approximately ";
-    text += Engsuffix(perCapacitor(f, sectionValue(f.c2min, j)), f.digits, "F ", f.decSep);
+    text += Engsuffix(limit, f.digits, "F ", f.decSep);
     text += "will force a change in the current value of C1 in this section.";
     return text;
 }

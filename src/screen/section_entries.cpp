@@ -37,7 +37,7 @@ float settleCapacitor(QuellmarkForm& f, Control& entry)
     std::string work = entry.text;
     entry.text = CorrectD(work, f.decSep);
     if (entry.text.empty()) return 0.0f;
-    double farads = std::fabs(d64(engValue(entry.text, f.decSep)));
+    double farads = std::fabs(engNumber(entry.text, f.decSep));
     if (farads > 0 && farads < kMinCap) farads = kMinCap;
     if (farads > kMaxCap) farads = kMaxCap;
     entry.text = Engsuffix(f32(farads), f.digits, "", f.decSep);
@@ -104,14 +104,16 @@ void settleCustomValue(QuellmarkForm& f, Control& entry, double low, double high
                        std::string_view units)
 {
     if (leadingNumber(entry.text, f.decSep) == 0) entry.text = withSep(f.decSep, "1", "000 k");
-    const double value = std::clamp(std::fabs(d64(engValue(entry.text, f.decSep))), low, high);
+    const double value = std::clamp(std::fabs(engNumber(entry.text, f.decSep)), low, high);
     entry.text = Engsuffix(f32(value), f.digits + 2, units, f.decSep);
 }
 
 void fnWork(QuellmarkForm& f, int i)
 {
     Control& entry = f.FnInput[i];
+    // Either separator is taken, as in every other entry.
     std::string text = entry.text;
+    CorrectD(text, f.decSep);
     std::string work = EngEntry(text, f.decSep);
     // The entry shows its unit, which the engineering reader can't take.
     if (work.size() >= 2 && work.ends_with("Hz")) work.resize(work.size() - 2);
@@ -211,10 +213,17 @@ void FnInput_Validate(QuellmarkForm& f, int i)
         f, [&] { fnWork(f, i); }, [&] { f.FnInput[i].text = "1 k"; });
 }
 
+// A Q that can't be read is reported, and the entry shows again the Q that
+// the section has: left as typed, every later recalculation would stumble
+// over it and blame whatever entry started that one.
 void QInput_Validate(QuellmarkForm& f, int i)
 {
     validateEntry(
-        f, [&] { qWork(f, i); }, [] {});
+        f, [&] { qWork(f, i); },
+        [&] {
+            const std::string& shown = f.Qdisp[i].text;
+            f.QInput[i].text = shown.empty() ? withSep(f.decSep, "1", "0000") : shown;
+        });
 }
 
 void Qtotal_Validate(QuellmarkForm& f)

@@ -15,14 +15,15 @@ void TransferFn(QuellmarkForm& f)
         if (i == 0 && realPoleRow) continue;
         const auto r = static_cast<std::size_t>(i);
         f.QInput[r].visible = true;
-        f.QInput[r].text = f.Qdisp[r].text;
+        // A row the last recalculation left empty keeps what its entry holds.
+        if (!f.Qdisp[r].text.empty()) f.QInput[r].text = f.Qdisp[r].text;
     }
     // Text goes over as shown, scale and unit included ("1.00 kHz"); it is
     // read back through the engineering-text road when the poles are made.
     for (int i = 0; i <= top; ++i) {
         const auto r = static_cast<std::size_t>(i);
         f.FnInput[r].visible = true;
-        f.FnInput[r].text = f.FSFreq[r].text;
+        if (!f.FSFreq[r].text.empty()) f.FnInput[r].text = f.FSFreq[r].text;
     }
 }
 

@@ -53,11 +53,14 @@ class MfbSection
 
   private:
     // Largest C1 that keeps the root of the resistor step real for this C2.
-    void c1Limit() { p_.c1max = f32(b1_ * b1_ * d64(p_.cTwo) / 4 / b0_ / (g_ + 1) / kLimitMargin); }
+    void c1Limit()
+    {
+        p_.c1max = f32(checkedDiv(b1_ * b1_ * d64(p_.cTwo) / 4, b0_ * (g_ + 1)) / kLimitMargin);
+    }
     // Smallest C2 that keeps the root real for this C1.
     void c2Limit()
     {
-        p_.c2min = f32(4 * b0_ * d64(p_.cOne) * (g_ + 1) / (b1_ * b1_) * kLimitMargin);
+        p_.c2min = f32(checkedDiv(4 * b0_ * d64(p_.cOne) * (g_ + 1), b1_ * b1_) * kLimitMargin);
     }
 
     void roundC2Up()
@@ -72,7 +75,7 @@ class MfbSection
         if (p_.cOne == 0 && p_.cTwo == 0) {
             // C1 that the seed resistors would need on their own.
             const double r2 = d64(p_.RTwo), r3 = d64(p_.RThree);
-            p_.cOne = f32(b1_ / (b0_ * r2 + b0_ * r3 + b0_ * g_ * r3));
+            p_.cOne = f32(checkedDiv(b1_, b0_ * r2 + b0_ * r3 + b0_ * g_ * r3));
             StdCaps(p_.cOne, 0, 1, ctx_.rounding);
             c2Limit();
             p_.cTwo = f32(d64(p_.c2min) * kHeadroom);
@@ -121,12 +124,12 @@ class MfbSection
             row.C1Changed = 0;
             checkC2();
             const double shown = ctx_.fullyDifferential ? d64(p_.cTwo) / 2 : d64(p_.cTwo);
-            row.C2Entry = Engsuffix(f32(shown), ctx_.digits, "", ctx_.decSep);
+            row.C2Entry = partnerEntryText(shown, ctx_.digits, ctx_.decSep);
         }
         if (row.C2Changed != 0) {
             row.C2Changed = 0;
             checkC1();
-            row.C1Entry = Engsuffix(p_.cOne, ctx_.digits, "", ctx_.decSep);
+            row.C1Entry = partnerEntryText(d64(p_.cOne), ctx_.digits, ctx_.decSep);
         }
     }
 
@@ -134,16 +137,18 @@ class MfbSection
     {
         const double c1 = d64(p_.cOne), c2 = d64(p_.cTwo);
         RoundingContext& rc = ctx_.rounding;
-        attempt([&] { p_.RTwo = f32(b1_ * b1_ / (b0_ * b0_) / (c1 * c1)); });
-        attempt([&] { p_.RTwo = f32(-checkedSqrt(d64(p_.RTwo) - (1 + g_) * 4 / b0_ / c1 / c2)); });
+        attempt([&] { p_.RTwo = f32(checkedDiv(b1_ * b1_, b0_ * b0_ * c1 * c1)); });
+        attempt([&] {
+            p_.RTwo = f32(-checkedSqrt(d64(p_.RTwo) - checkedDiv((1 + g_) * 4, b0_ * c1 * c2)));
+        });
         // The smaller root of the quadratic in R2.
-        attempt([&] { p_.RTwo = f32((b1_ / b0_ / c1 + d64(p_.RTwo)) / 2); });
+        attempt([&] { p_.RTwo = f32((checkedDiv(b1_, b0_ * c1) + d64(p_.RTwo)) / 2); });
         attempt([&] { StdRes(p_.RTwo, rc); });
         // R3 from the rounded R2, so that Fn holds: 1/b0 = C1·C2·R2·R3.
-        attempt([&] { p_.RThree = f32(1 / c2 / c1 / d64(p_.RTwo) / b0_); });
+        attempt([&] { p_.RThree = f32(checkedDiv(1, c2 * c1 * d64(p_.RTwo) * b0_)); });
         attempt([&] { StdRes(p_.RThree, rc); });
         // R1 last, from the rounded R2, so that the gain stays close to g.
-        attempt([&] { p_.ROne = f32(d64(p_.RTwo) / g_); });
+        attempt([&] { p_.ROne = f32(checkedDiv(d64(p_.RTwo), g_)); });
         attempt([&] { StdRes(p_.ROne, rc); });
     }
 

@@ -71,14 +71,19 @@ class SallenSection
     void c1Limit()
     {
         const double c2 = d64(p_.cTwo);
-        double limit = c2 * g_ + b1_ * b1_ * c2 / 4 / b0_ - c2 * kLimitMargin;
-        if (limit <= 0) limit = c2 * (b1_ * b1_ / 4 / b0_ + g_ - 1) / kLimitMargin;
+        const double damping = checkedDiv(b1_ * b1_ / 4, b0_); // 1/(4·Q²)
+        double limit = c2 * g_ + damping * c2 - c2 * kLimitMargin;
+        if (limit <= 0) limit = c2 * (damping + g_ - 1) / kLimitMargin;
         p_.c1max = f32(limit);
     }
     // Smallest C2 for this C1.
     void c2Limit()
     {
-        p_.c2min = f32(b0_ * d64(p_.cOne) / (b1_ * b1_ / 4 - b0_ + b0_ * g_) / kLimitMargin);
+        // At unity gain and a Q so high that b1²/4 is lost beside b0, the
+        // bound has no value.
+        const double den = b1_ * b1_ / 4 - b0_ + b0_ * g_;
+        if (den == 0) throw CalcFailure("the Q is too high for a Sallen-Key section of this gain");
+        p_.c2min = f32(b0_ * d64(p_.cOne) / den / kLimitMargin);
     }
 
     void chooseCapacitors()
@@ -86,7 +91,7 @@ class SallenSection
         if (p_.cOne == 0 && p_.cTwo == 0) {
             // C1 from the seed R1 with R1 = R2 at unity gain.
             p_.cOne = f32(b1_ + checkedSqrt(b1_ * b1_ - 8 * b0_ + 8 * b0_ * g_));
-            p_.cOne = f32(d64(p_.cOne) / 4 / b0_ / d64(p_.ROne));
+            p_.cOne = f32(checkedDiv(d64(p_.cOne) / 4, b0_ * d64(p_.ROne)));
             StdCaps(p_.cOne, 0, 1, ctx_.rounding);
             c2Limit();
             p_.cTwo = f32(kHeadroom * d64(p_.c2min));
@@ -129,14 +134,14 @@ class SallenSection
         if (row.C1Changed != 0) {
             row.C1Changed = 0;
             checkC2();
-            row.C2Entry = Engsuffix(p_.cTwo, ctx_.digits, "", ctx_.decSep);
-            row.C2Value = p_.cTwo;
+            row.C2Entry = partnerEntryText(d64(p_.cTwo), ctx_.digits, ctx_.decSep);
+            row.C2Value = row.C2Entry.empty() ? 0 : p_.cTwo;
         }
         if (row.C2Changed != 0) {
             row.C2Changed = 0;
             checkC1();
-            row.C1Entry = Engsuffix(p_.cOne, ctx_.digits, "", ctx_.decSep);
-            row.C1Value = p_.cOne;
+            row.C1Entry = partnerEntryText(d64(p_.cOne), ctx_.digits, ctx_.decSep);
+            row.C1Value = row.C1Entry.empty() ? 0 : p_.cOne;
         }
     }
 
@@ -147,12 +152,12 @@ class SallenSection
         const double k = c1 + c2 - g_ * c2;
         const double disc = b1_ * b1_ * c2 * c2 - 4 * b0_ * c2 * k;
         if (disc >= 0)
-            p_.ROne = f32(2 / (b1_ * c2 + std::sqrt(disc))); // the smaller root
+            p_.ROne = f32(checkedDiv(2, b1_ * c2 + std::sqrt(disc))); // the smaller root
         else
-            p_.ROne = f32(1 / std::sqrt(b0_ * c2 * k)); // no root: the highest Q
+            p_.ROne = f32(checkedDiv(1, checkedSqrt(b0_ * c2 * k))); // no root: the highest Q
         StdRes(p_.ROne, ctx_.rounding);
         // R2 from the rounded R1, so that Fn holds: 1/bZero = R1·R2·C1·C2.
-        p_.RTwo = f32(1 / d64(p_.ROne) / c1 / c2 / b0_);
+        p_.RTwo = f32(checkedDiv(1, d64(p_.ROne) * c1 * c2 * b0_));
         StdRes(p_.RTwo, ctx_.rounding);
     }
 

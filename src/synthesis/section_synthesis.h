@@ -2,6 +2,7 @@
 // What the synthesis of one section reads and writes besides its
 // coefficients: the parts themselves, the entry row of the design screen that
 // it may rewrite, and the settings of the design.
+#include "numbers/eng_text.h"
 #include "synthesis/standard_values.h"
 
 #include <cstdint>
@@ -47,6 +48,27 @@ struct SynthesisContext
     int digits = 3;
     char decSep = '.';
 };
+
+/// Capacitors a designer can enter: 1 pF to 100 µF.
+constexpr double kSmallestCapacitorEntry = 1e-12;
+constexpr double kLargestCapacitorEntry = 1e-4;
+
+/// Whether a capacitor lies in the range of the entries; the limits as
+/// 32-bit values lie a hair inside the decimal ones.
+inline bool withinCapacitorEntries(double farads)
+{
+    constexpr double kFloatSlack = 1e-6;
+    return farads >= kSmallestCapacitorEntry * (1 - kFloatSlack) &&
+           farads <= kLargestCapacitorEntry * (1 + kFloatSlack);
+}
+
+/// The text that the partner of an entered capacitor leaves in its own
+/// entry: its value, or nothing when no entry could hold that value.
+inline std::string partnerEntryText(double farads, int digits, char decSep)
+{
+    if (!withinCapacitorEntries(farads)) return {};
+    return Engsuffix(static_cast<float>(farads), digits, "", decSep);
+}
 
 /// A C1 that the present C2 can't take is dropped: the synthesis chooses
 /// again, and the row's entry is emptied so the designer sees the new value.

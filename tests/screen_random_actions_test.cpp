@@ -1,0 +1,424 @@
+// Random sequences of what a designer does on the design screen, done to the
+// form itself. After every action the screen must still be a design that a
+// designer can read: no failure escapes, no "nan" or "inf", no part shown as a
+// negative or zero value, a description that names the design of the entries,
+// messages only about what was typed, and after a message one ordinary change
+// recalculates cleanly.
+//
+// QUELLMARK_RANDOM_SEQUENCES (a count) or QUELLMARK_RANDOM_SECONDS (a time)
+// and QUELLMARK_RANDOM_SEED make a longer run by hand; the README tells how.
+#include "design/cycle.h"
+#include "design/unbuildable.h"
+#include "numbers/eng_text.h"
+#include "numbers/float_store.h"
+#include "numbers/number_text.h"
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+#include "screen/user_actions.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace {
+
+using qm::ActionKind;
+using qm::UserAction;
+
+// --- Actions as text, so that a sequence found by the generator can become
+// a table row: "type NAME=TEXT", "enter NAME=TEXT", "select NAME=ITEM",
+// "click NAME".
+
+UserAction parseAction(const std::string& line)
+{
+    const auto space = line.find(' ');
+    const std::string verb = line.substr(0, space);
+    const std::string rest = line.substr(space + 1);
+    const auto eq = rest.find('=');
+    const std::string name = rest.substr(0, eq);
+    const std::string text = eq == std::string::npos ? "" : rest.substr(eq + 1);
+    if (verb == "type") return {ActionKind::Type, name, text};
+    if (verb == "enter") return {ActionKind::Enter, name, text};
+    if (verb == "select") return {ActionKind::Select, name, text};
+    return {ActionKind::Click, name, ""};
+}
+
+std::string actionText(const UserAction& a)
+{
+    switch (a.kind) {
+    case ActionKind::Type:
+        return "type " + a.control + "=" + a.text;
+    case ActionKind::Enter:
+        return "enter " + a.control + "=" + a.text;
+    case ActionKind::Select:
+        return "select " + a.control + "=" + a.text;
+    default:
+        return "click " + a.control;
+    }
+}
+
+// --- The screen and what must hold on it ---
+
+constexpr const char* kFamilyNames[] = {"Butterworth",
+                                        "Bessel",
+                                        "Chebychev",
+                                        "Linear Phase, 0.05 deg.",
+                                        "Linear Phase, 0.5 deg.",
+                                        "Transitional Gaussian to 12-dB"};
+
+struct Screen
+{
+    qm::RecordingPlatform p;
+    qm::QuellmarkForm f;
+
+    explicit Screen(char decSep) : f(services(p, decSep))
+    {
+        f.runGuarded([&] { qm::Form_Initialize(f); });
+    }
+
+    static qm::PlatformServices services(qm::RecordingPlatform& platform, char decSep)
+    {
+        qm::PlatformServices s = platform.services();
+        s.decimalSeparator = decSep;
+        return s;
+    }
+
+    /// Text left in the entry that has the focus: where Enter doesn't
+    /// validate, it is validated, and may be reported, as the focus moves on.
+    std::string focusedText()
+    {
+        const qm::Control* c = f.find(f.focusedControl());
+        return c != nullptr && c->kind == qm::ControlKind::TextBox ? c->text : "";
+    }
+};
+
+/// What a value label or a value in the table may show: the marker, or an
+/// engineering value above zero.
+bool readableValue(const std::string& shown, char decSep)
+{
+    if (shown == qm::kNoValue) return true;
+    std::string work = shown;
+    while (!work.empty() && (work.back() == ' ' || work.back() == 'F'))
+        work.pop_back();
+    if (work.empty() || work[0] == '-') return false;
+    return qm::leadingNumber(work, decSep) > 0;
+}
+
+bool isValueLabel(const qm::Control& c)
+{
+    static const std::array<const char*, 6> bases{"R1", "R2", "R3", "R4", "C1L", "C2L"};
+    for (const char* b : bases)
+        if (c.base == b) return true;
+    return c.name == "RealR" || c.name == "RealC";
+}
+
+/// The table lines while the schematic shows sensitivities hold values:
+/// none of them may be negative or zero.
+std::string badTableValue(const std::string& line)
+{
+    static const std::regex bad(R"((^|\s)(-\d[^\s;]*|0)(\s|$))");
+    std::smatch m;
+    if (std::regex_search(line, m, bad)) return m[2];
+    return {};
+}
+
+std::string expectedDescriptionStart(Screen& s)
+{
+    qm::QuellmarkForm& f = s.f;
+    std::string d = f.SallenKey.selected()   ? " Sallen-Key,"
+                    : f.FDAcircuit.checked() ? " MFB, Fully-Differential,"
+                                             : " MFB,";
+    d += f.Text18.text + (f.High.selected() ? "-Pole High-Pass " : "-Pole Low-Pass ");
+    const int index = f.TypeFilter.listIndex;
+    const std::string base = kFamilyNames[f.baseFilterType];
+    if (index == 2) return d + base + ", "; // the ripple follows
+    if (index == 6) return d + base + " with Custom Q: ";
+    if (index == 7) return d + base + " with Custom Fn and Q: ";
+    return d + base + ": ";
+}
+
+/// Everything that must hold after an action; returns what broke, or empty.
+std::string brokenInvariant(Screen& s)
+{
+    static const std::regex notANumber(R"(\b(nan|NaN|NAN|inf|Inf|INF)\b)");
+    qm::QuellmarkForm& f = s.f;
+    for (const qm::Control* c : f.all()) {
+        // The entry being typed in holds what the designer typed.
+        const bool typing = c->name == f.focusedControl();
+        if (!typing && std::regex_search(c->text, notANumber))
+            return c->name + " shows '" + c->text + "'";
+        if (c->visible && isValueLabel(*c) && f.CompValue.selected() &&
+            !readableValue(c->text, f.decSep))
+            return c->name + " shows the part as '" + c->text + "'";
+    }
+    for (const qm::Control* c : f.all()) {
+        const bool capacitorEntry =
+            c->base == "C1Entry" || c->base == "C2Entry" || c->name == "C1RealEntry";
+        if (!capacitorEntry || c->text.empty() || c->name == f.focusedControl()) continue;
+        const double farads = qm::engNumber(c->text, f.decSep);
+        // A typed 0 stays as the designer's "no capacitor fixed here".
+        if (farads != 0 && (farads < 0.999e-12 || farads > 1.001e-4))
+            return c->name + " holds '" + c->text + "'";
+    }
+    if (f.SensTrue.selected())
+        for (const qm::Control* box : {&f.Text41, &f.Text42, &f.Text43, &f.Text44, &f.Text45}) {
+            const std::string bad = badTableValue(box->text);
+            if (!bad.empty()) return box->name + " shows the part as '" + bad + "'";
+        }
+    const std::string& d = f.Label8.text;
+    const std::string start = expectedDescriptionStart(s);
+    if (d.rfind(start, 0) != 0) return "description '" + d + "' doesn't start '" + start + "'";
+    const std::string tail = f.Text34.text + "Hz Cutoff, Passband Gain of " + f.DCgain[5].text;
+    if (d.size() < tail.size() || d.compare(d.size() - tail.size(), tail.size(), tail) != 0)
+        return "description '" + d + "' doesn't end '" + tail + "'";
+    return {};
+}
+
+/// Whether the text typed is something the entries can't read as a number.
+bool unreadable(const std::string& typed, char decSep)
+{
+    std::string work = typed;
+    qm::CorrectD(work, decSep);
+    if (work.empty()) return false;
+    try {
+        qm::engNumber(work, decSep);
+        return false;
+    } catch (const qm::CalcFailure&) {
+        return true;
+    }
+}
+
+/// Applies one action and checks the screen; returns what broke, or empty.
+std::string act(Screen& s, const UserAction& a)
+{
+    const std::size_t before = s.p.messages.size();
+    const std::string pending = s.focusedText();
+    try {
+        qm::applyAction(s.f, a);
+    } catch (const qm::ActionError&) {
+        return {}; // the control isn't there for a person either
+    } catch (const std::exception& e) {
+        return std::string("a failure escaped: ") + e.what();
+    }
+    for (std::size_t i = before; i < s.p.messages.size(); ++i) {
+        const std::string& m = s.p.messages[i].text;
+        const bool typed = a.kind == ActionKind::Type || a.kind == ActionKind::Enter;
+        const bool blamesTyping =
+            (typed && unreadable(a.text, s.f.decSep)) || unreadable(pending, s.f.decSep);
+        if (m != qm::QuellmarkForm::kEntryNotUnderstood || !blamesTyping)
+            return "message '" + m + "'";
+    }
+    std::string broken = brokenInvariant(s);
+    if (!broken.empty() || s.p.messages.size() == before) return broken;
+    // After a message, one ordinary change recalculates without another.
+    const int runs = s.p.busyCount;
+    const std::size_t messages = s.p.messages.size();
+    qm::applyAction(s.f, {ActionKind::Enter, "Text12", "10k"});
+    if (s.p.messages.size() != messages)
+        return "after a message: '" + s.p.messages.back().text + "'";
+    if (s.p.busyCount == runs) return "after a message: no recalculation";
+    return brokenInvariant(s);
+}
+
+/// Runs a sequence; returns the first broken invariant with the actions up
+/// to it, or empty.
+std::string runSequence(char decSep, const std::vector<UserAction>& actions)
+{
+    Screen s(decSep);
+    std::string broken = brokenInvariant(s);
+    std::string steps;
+    for (const UserAction& a : actions) {
+        steps += "\n  \"" + actionText(a) + "\",";
+        if (broken.empty()) broken = act(s, a);
+        if (!broken.empty()) return broken + " after (separator '" + decSep + "'):" + steps;
+    }
+    return {};
+}
+
+// --- Sequences found or filed, each a row of its own ---
+
+struct FoundSequence
+{
+    const char* what;
+    char decSep;
+    std::vector<const char*> actions;
+};
+
+const FoundSequence kFound[] = {
+    {"entered capacitors whose resistors come out negative",
+     '.',
+     {"enter C1Entry(0)=100u", "enter C1Entry(0)=1p"}},
+    {"an entered C2 at a cutoff where C1 falls below 1 pF",
+     '.',
+     {"enter Text34=200M", "enter C2Entry(0)=100u"}},
+    {"Fn&Q rows copied from a failed recalculation",
+     '.',
+     {"select TypeFilter=7", "click High", "enter QInput(1)=1_000", "click LowPass"}},
+    {"a base family chosen after Custom Fn&Q with fewer poles",
+     '.',
+     {"enter Text18=2", "select TypeFilter=7", "click High", "select TypeFilter=5",
+      "enter Text18=4"}},
+    {"a response frequency too large for 32 bits, then high-pass",
+     '.',
+     {"type RespF=1e308", "click High"}},
+    {"an unreadable response frequency, then high-pass",
+     ',',
+     {"type RespF=47,22Hz", "click High", "type RespF=1 000", "click LowPass", "type RespF=1-",
+      "click High"}},
+    {"a huge Q, then fully differential",
+     '.',
+     {"select TypeFilter=7", "type QInput(1)=1e308", "click FDAcircuit"}},
+    {"an unreadable Q, then high-pass",
+     '.',
+     {"select TypeFilter=7", "type QInput(1)=1e.5", "click High"}},
+    {"a Q of 2e8 in Sallen-Key",
+     '.',
+     {"select TypeFilter=7", "type QInput(1)=2e8", "click SallenKey"}},
+    {"an Fn typed with the other separator",
+     ',',
+     {"select TypeFilter=7", "type FnInput(0)= 971.11\xC2\xB5"}},
+    {"an entered C2 at 200 MHz, then high-pass",
+     '.',
+     {"enter Text34=200M", "enter C2Entry(0)=100u", "click High"}},
+};
+
+using FoundCase = ::testing::TestWithParam<FoundSequence>;
+
+TEST_P(FoundCase, EndsInAReadableDesign)
+{
+    std::vector<UserAction> actions;
+    for (const char* line : GetParam().actions)
+        actions.push_back(parseAction(line));
+    EXPECT_EQ(runSequence(GetParam().decSep, actions), "") << GetParam().what;
+}
+
+INSTANTIATE_TEST_SUITE_P(RandomActions, FoundCase, ::testing::ValuesIn(kFound));
+
+// --- The generator of plausible sequences ---
+
+class Generator
+{
+  public:
+    explicit Generator(std::uint64_t seed) : rng_(seed) {}
+
+    char separator() { return pick({'.', ','}); }
+
+    std::vector<UserAction> sequence(char decSep)
+    {
+        decSep_ = decSep;
+        std::vector<UserAction> out(static_cast<std::size_t>(between(1, 14)));
+        for (UserAction& a : out)
+            a = action();
+        return out;
+    }
+
+  private:
+    template <class T> T pick(std::initializer_list<T> items)
+    {
+        std::uniform_int_distribution<std::size_t> d(0, items.size() - 1);
+        return *(items.begin() + d(rng_));
+    }
+    int between(int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng_); }
+    std::string row() { return "(" + std::to_string(between(0, 4)) + ")"; }
+
+    /// A number as a person types it: either separator, any scale letter,
+    /// exponents, from far below to far above every limit.
+    std::string number()
+    {
+        const std::string sep(1, pick({'.', ',', decSep_}));
+        std::string text = std::to_string(between(0, 999));
+        if (between(0, 1)) text += sep + std::to_string(between(0, 99));
+        if (between(0, 4) == 0) text += pick({"e-30", "e-12", "e3", "e9", "e38", "e308", "e400"});
+        if (between(0, 2))
+            text += pick({"f", "p", "n", "u", "\xC2\xB5", "m", "", "k", "K", "M", "G", "T"});
+        if (between(0, 5) == 0) text = pick({"-", " ", ""}) + text;
+        return text;
+    }
+    std::string garbage()
+    {
+        return pick({"", " ", "abc", "1_000", "1e.5", "--", "1-", "k", "1,2,3", "47.22Hz", "nan",
+                     "inf", "1e", "0", "-0", "0.0000001", "1 000", ".", ","});
+    }
+    std::string value() { return between(0, 3) == 0 ? garbage() : number(); }
+    UserAction entry(const std::string& name)
+    {
+        return {between(0, 1) ? ActionKind::Type : ActionKind::Enter, name, value()};
+    }
+
+    UserAction action()
+    {
+        switch (between(0, 13)) {
+        case 0:
+            return {ActionKind::Select, "TypeFilter", std::to_string(between(0, 7))};
+        case 1:
+            return {ActionKind::Enter, "Text18",
+                    between(0, 4) ? std::to_string(between(0, 11)) : value()};
+        case 2:
+            return {ActionKind::Click, pick({"MFBtype", "SallenKey", "FDAcircuit"}), ""};
+        case 3:
+            return {ActionKind::Click, pick({"LowPass", "High"}), ""};
+        case 4:
+            return {ActionKind::Click, pick({"CompValue", "SensTrue"}), ""};
+        case 5:
+            return entry("GainTB" + row());
+        case 6:
+            return entry(pick({"C1Entry", "C2Entry"}) + row());
+        case 7:
+            return entry("C1RealEntry");
+        case 8:
+            return entry(pick({"Text34", "Text12", "RespF", "Text19"}));
+        case 9:
+            return entry(pick({"QInput", "FnInput"}) + row());
+        case 10:
+            return entry("Qtotal");
+        case 11:
+            return {ActionKind::Select, pick({"ResistorList", "CapacitorList"}),
+                    std::to_string(between(0, 2))};
+        case 12:
+            return {ActionKind::Click, pick({"Frame6", "Frame1", "Form"}), ""};
+        default:
+            return {ActionKind::Enter, "Text34", number()};
+        }
+    }
+
+    std::mt19937_64 rng_;
+    char decSep_ = '.';
+};
+
+long long fromEnvironment(const char* name, long long fallback)
+{
+    const char* v = std::getenv(name);
+    return v != nullptr && *v != '\0' ? std::atoll(v) : fallback;
+}
+
+// A few thousand sequences in the normal run; the variables make it longer.
+TEST(RandomActions, EverySequenceEndsInAReadableDesign)
+{
+    constexpr long long kSequences = 2000;
+    const long long count = fromEnvironment("QUELLMARK_RANDOM_SEQUENCES", kSequences);
+    const long long seconds = fromEnvironment("QUELLMARK_RANDOM_SECONDS", 0);
+    const auto seed = static_cast<std::uint64_t>(fromEnvironment("QUELLMARK_RANDOM_SEED", 9));
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    Generator g(seed);
+    int failures = 0;
+    long long run = 0;
+    for (; seconds > 0 ? std::chrono::steady_clock::now() < end : run < count; ++run) {
+        const char decSep = g.separator();
+        const std::string broken = runSequence(decSep, g.sequence(decSep));
+        if (!broken.empty()) {
+            ADD_FAILURE() << "sequence " << run << " of seed " << seed << ": " << broken;
+            if (++failures == 5) break;
+        }
+    }
+    RecordProperty("sequences", std::to_string(run));
+    std::printf("%lld sequences of seed %llu\n", run, static_cast<unsigned long long>(seed));
+}
+
+} // namespace
