@@ -1,0 +1,136 @@
+#pragma once
+// The design screen as lines of text, one control a line, for comparison with
+// reference files in tests/data. Writing QUELLMARK_WRITE_DATA=1 into the
+// environment makes the tests write those files instead of reading them.
+#include "screen/quellmark_form.h"
+#include "screen/recording_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace qm::test {
+
+/// A text with its line breaks and tabs made visible, so one value is one line.
+inline std::string visible(const std::string& text)
+{
+    std::string out;
+    for (char ch : text) {
+        if (ch == '\r')
+            out += "\\r";
+        else if (ch == '\n')
+            out += "\\n";
+        else if (ch == '\t')
+            out += "\\t";
+        else
+            out += ch;
+    }
+    return out;
+}
+
+inline std::string colorName(Color c)
+{
+    if (c == kButtonFace) return "ButtonFace";
+    if (c == kWindowColor) return "Window";
+    if (c == kFormColor) return "Form";
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "#%06X", static_cast<unsigned>(c & 0xFFFFFFu));
+    return buf;
+}
+
+inline const char* kindName(ControlKind k)
+{
+    constexpr const char* kNames[] = {"Label",  "TextBox", "ListBox", "CheckBox",
+                                      "Option", "Frame",   "Picture", "Line",
+                                      "Shape",  "Menu",    "Button",  "Window"};
+    return kNames[static_cast<int>(k)];
+}
+
+/// Everything the screen shows of one control, on one line.
+inline std::string controlLine(const Control& c)
+{
+    std::ostringstream s;
+    s << c.name << " " << kindName(c.kind) << (c.visible ? " shown" : " hidden")
+      << (c.enabled ? " enabled" : " disabled") << " back=" << colorName(c.backColor)
+      << " fore=" << colorName(c.foreColor);
+    if (!c.container.empty()) s << " in=" << c.container;
+    s << " at=" << c.left << "," << c.top << " size=" << c.width << "x" << c.height;
+    if (c.kind == ControlKind::Line)
+        s << " line=" << c.x1 << "," << c.y1 << "-" << c.x2 << "," << c.y2;
+    if (c.kind == ControlKind::ListBox) s << " index=" << c.listIndex;
+    if (c.kind == ControlKind::OptionButton || c.kind == ControlKind::CheckBox ||
+        c.kind == ControlKind::Menu)
+        s << " value=" << c.value;
+    if (c.raised) s << " raised";
+    if (c.readOnly) s << " readonly";
+    if (c.bold) s << " bold";
+    s << " text=\"" << visible(c.text) << "\"";
+    return s.str();
+}
+
+/// The design screen's own controls, then the messages that were raised.
+inline std::vector<std::string> screenLines(const QuellmarkForm& form,
+                                            const RecordingPlatform& platform)
+{
+    std::vector<std::string> lines;
+    lines.push_back("Form caption=\"" + visible(form.Form.text) + "\" height=" +
+                    std::to_string(form.Form.height) + " focus=" + form.focusedControl());
+    for (const Control* c : form.all())
+        lines.push_back(controlLine(*c));
+    for (const RecordedMessage& m : platform.messages)
+        lines.push_back("message " + visible(m.title) + ": " + visible(m.text));
+    return lines;
+}
+
+inline std::string dataPath(const std::string& relative)
+{
+    const char* dir = std::getenv("QUELLMARK_TEST_DATA");
+    return std::string(dir ? dir : "tests/data") + "/" + relative;
+}
+
+inline bool writingData()
+{
+    const char* w = std::getenv("QUELLMARK_WRITE_DATA");
+    return w && std::string(w) == "1";
+}
+
+inline std::vector<std::string> readLines(const std::string& path)
+{
+    std::vector<std::string> lines;
+    std::ifstream in(path);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+/// Compares `actual` with the reference file, naming the first line that
+/// differs; with QUELLMARK_WRITE_DATA=1 writes the file instead.
+inline ::testing::AssertionResult matchesReference(const std::vector<std::string>& actual,
+                                                   const std::string& relative)
+{
+    const std::string path = dataPath(relative);
+    if (writingData()) {
+        std::ofstream out(path, std::ios::binary);
+        for (const std::string& line : actual)
+            out << line << "\n";
+        return out ? ::testing::AssertionSuccess()
+                   : ::testing::AssertionFailure() << "cannot write " << path;
+    }
+    const std::vector<std::string> expected = readLines(path);
+    if (expected.empty()) return ::testing::AssertionFailure() << "no reference file " << path;
+    for (std::size_t i = 0; i < actual.size() || i < expected.size(); ++i) {
+        const std::string a = i < actual.size() ? actual[i] : "(nothing)";
+        const std::string e = i < expected.size() ? expected[i] : "(nothing)";
+        if (a != e)
+            return ::testing::AssertionFailure() << relative << " line " << i + 1
+                                                 << "\n  expected: " << e << "\n  actual:   " << a;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+} // namespace qm::test
