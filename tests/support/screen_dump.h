@@ -20,16 +20,8 @@ namespace qm::test {
 inline std::string visible(const std::string& text)
 {
     std::string out;
-    for (char ch : text) {
-        if (ch == '\r')
-            out += "\\r";
-        else if (ch == '\n')
-            out += "\\n";
-        else if (ch == '\t')
-            out += "\\t";
-        else
-            out += ch;
-    }
+    for (char ch : text)
+        out += ch == '\r' ? "\\r" : ch == '\n' ? "\\n" : ch == '\t' ? "\\t" : std::string(1, ch);
     return out;
 }
 
@@ -79,7 +71,8 @@ inline std::vector<std::string> screenLines(const QuellmarkForm& form,
 {
     std::vector<std::string> lines;
     lines.push_back("Form caption=\"" + visible(form.Form.text) + "\" height=" +
-                    std::to_string(form.Form.height) + " focus=" + form.focusedControl());
+                    std::to_string(form.Form.height) + " focus=" + form.focusedControl() +
+                    " recalculations=" + std::to_string(platform.busyCount));
     for (const Control* c : form.all())
         lines.push_back(controlLine(*c));
     for (const RecordedMessage& m : platform.messages)
