@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -65,6 +66,35 @@ inline std::string controlLine(const Control& c)
     return s.str();
 }
 
+/// The lines of one surface, by colour: how many, where they reach and the
+/// sums of their ends' coordinates, so that a line moved, added or lost shows.
+inline void addDrawing(std::vector<std::string>& lines, const char* surface,
+                       const RecordingSurface& drawn)
+{
+    std::vector<Color> colors;
+    for (const RecordedLine& l : drawn.lines)
+        if (std::find(colors.begin(), colors.end(), l.color) == colors.end())
+            colors.push_back(l.color);
+    for (Color c : colors) {
+        int count = 0;
+        double sumX = 0, sumY = 0, minX = 1e9, maxX = -1e9, minY = 1e9, maxY = -1e9;
+        for (const RecordedLine& l : drawn.lines) {
+            if (l.color != c) continue;
+            ++count;
+            sumX += double(l.x1) + double(l.x2);
+            sumY += double(l.y1) + double(l.y2);
+            minX = std::min({minX, double(l.x1), double(l.x2)});
+            maxX = std::max({maxX, double(l.x1), double(l.x2)});
+            minY = std::min({minY, double(l.y1), double(l.y2)});
+            maxY = std::max({maxY, double(l.y1), double(l.y2)});
+        }
+        char buf[200];
+        std::snprintf(buf, sizeof buf, "%s %s lines=%d x=%.0f..%.0f y=%.0f..%.0f sums=%.0f,%.0f",
+                      surface, colorName(c).c_str(), count, minX, maxX, minY, maxY, sumX, sumY);
+        lines.push_back(buf);
+    }
+}
+
 /// The design screen's own controls, then the messages that were raised.
 inline std::vector<std::string> screenLines(const QuellmarkForm& form,
                                             const RecordingPlatform& platform)
@@ -75,6 +105,8 @@ inline std::vector<std::string> screenLines(const QuellmarkForm& form,
                     " recalculations=" + std::to_string(platform.busyCount));
     for (const Control* c : form.all())
         lines.push_back(controlLine(*c));
+    addDrawing(lines, "graph", platform.graph);
+    addDrawing(lines, "background", platform.background);
     for (const RecordedMessage& m : platform.messages)
         lines.push_back("message " + visible(m.title) + ": " + visible(m.text));
     return lines;
