@@ -58,6 +58,11 @@ inline std::string controlLine(const Control& c)
     if (c.raised) s << " raised";
     if (c.readOnly) s << " readonly";
     if (c.bold) s << " bold";
+    if (c.multiLine) s << " multiline";
+    if (c.fontSize != 0) s << " font=" << c.fontSize;
+    if (c.alignment != 0) s << " align=" << c.alignment;
+    if (c.tabIndex >= 0) s << " tab=" << c.tabIndex;
+    if (!c.menu.empty()) s << " menu=" << c.menu << " key=" << c.accelerator;
     s << " text=\"" << visible(c.text) << "\"";
     return s.str();
 }
