@@ -1,7 +1,6 @@
 // The chart pass: sweep, legends and the segments it draws, checked against
 // the transfer functions evaluated independently in double.
 #include "chart/chart_pass.h"
-#include "design/cycle.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
@@ -272,30 +271,6 @@ TEST(Traces, GroupDelayAgainstTheClosedForm)
             EXPECT_LE(l.y1, c.h);
         }
     }
-}
-
-/// The chart as the whole recalculation leaves it for the built-in design.
-TEST(Cycle, TheStartUpDesignIsCharted)
-{
-    qm::RecordingPlatform p;
-    qm::QuellmarkForm f(p.services());
-    qm::Form_Initialize(f);
-    EXPECT_EQ(f.Gfreq[0].text, "100 Hz");
-    EXPECT_NEAR(f.sweepGainDB[1], 0.0, 0.1); // flat passband, without gain
-    EXPECT_LT(f.sweepGainDB[570], -100.0f);
-    EXPECT_GE(f.gdScale, 1);
-    std::size_t gain = 0, phase = 0;
-    for (const qm::RecordedLine& l : p.graph.lines) {
-        gain += l.color == kGain;
-        phase += l.color == kPhase;
-    }
-    EXPECT_GT(gain, 300u);
-    EXPECT_EQ(phase, 565u);
-    EXPECT_EQ(p.background.lines.size(), p.graph.lines.size());
-    // Every pass starts from clean surfaces.
-    const std::size_t once = p.graph.lines.size();
-    qm::updatescreen(f);
-    EXPECT_EQ(p.graph.lines.size(), once);
 }
 
 } // namespace

@@ -23,19 +23,6 @@ using qm::Part;
 /// Circuit and passband of a bench, or-ed together; 0 is a low-pass MFB.
 enum Build : unsigned { kMfb = 0, kSk = 1, kHp = 2, kFda = 4 };
 
-/// The pieces of a row of texts written with '|' between them, so that
-/// trailing blanks stay visible in the table of cases.
-std::vector<std::string> fields(std::string_view row)
-{
-    std::vector<std::string> out;
-    for (std::size_t start = 0;;) {
-        const std::size_t bar = row.find('|', start);
-        out.emplace_back(row.substr(start, bar - start));
-        if (bar == std::string_view::npos) return out;
-        start = bar + 1;
-    }
-}
-
 /// A design screen without a window, with a plan of sections set by hand.
 struct Bench
 {
@@ -213,44 +200,6 @@ TEST(SchematicLabels, MappingWithoutAFrequencyFailsInsteadOfShowingInfinity)
 }
 
 // --- Totals and the description line ---------------------------------------
-
-TEST(Totals, GainProductAndDescriptionLine)
-{
-    struct Case
-    {
-        int poles;
-        unsigned build;
-        int family;
-        const char* familyName;
-        const char* gains; // DCgain(0) to DCgain(4)
-        const char* total;
-        double totalDB;
-        const char* line;
-    };
-    const Case cases[] = {
-        {3, kMfb, 0, "Butterworth", " 1.0|2.0|||", "2.0", 6.0206,
-         " MFB,3-Pole Low-Pass Butterworth: 1.00 kHz Cutoff, Passband Gain of 2.0"},
-        {4, kSk | kHp, 2, "Chebychev", "2.0|3.0|||", "6.0", 15.563,
-         " Sallen-Key,4-Pole High-Pass Chebychev, 0.5dB Ripple: 1.00 kHz Cutoff, Passband Gain of "
-         "6.0"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.line);
-        Bench b(c.poles, c.build);
-        b.f.ripple = 0.5f;
-        b.f.TypeFilter.listIndex = c.family;
-        b.f.filterTypeName = c.familyName;
-        b.f.Text34.text = "1.00 k";
-        const std::vector<std::string> gains = fields(c.gains);
-        for (std::size_t i = 0; i < 5; ++i)
-            b.f.DCgain[i].text = gains[i];
-        qm::totalsAndDescription(b.f);
-        EXPECT_EQ(b.f.DCgain[5].text, c.total);
-        EXPECT_EQ(b.f.Label8.text, c.line);
-        EXPECT_EQ(b.f.descText, c.line);
-        EXPECT_NEAR(static_cast<double>(b.f.totalGainDB), c.totalDB, 1e-3);
-    }
-}
 
 TEST(Totals, RowSumsGainAndPhaseOfAllSections)
 {

@@ -1,0 +1,68 @@
+// Whole design screens as data: each design of tests/data/screens/designs.txt
+// is built from the start-up screen by the command line's actions, and every
+// control of the design screen is compared with the design's reference file.
+// tests/data/screens/make_screens.sh writes those files; review each
+// difference before accepting it.
+#include "cli/command_line.h"
+#include "design/cycle.h"
+#include "screen/user_actions.h"
+#include "support/screen_dump.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+struct Design
+{
+    std::string name;
+    std::vector<std::string> args;
+};
+
+std::vector<Design> designs()
+{
+    std::vector<Design> out;
+    for (const std::string& line : qm::test::readLines(qm::test::dataPath("screens/designs.txt"))) {
+        if (line.empty() || line[0] == '#') continue;
+        const auto colon = line.find(':');
+        Design d{line.substr(0, colon), {}};
+        std::istringstream words(colon == std::string::npos ? "" : line.substr(colon + 1));
+        for (std::string w; words >> w;)
+            d.args.push_back(w);
+        out.push_back(d);
+    }
+    return out;
+}
+
+std::vector<std::string> buildScreen(const Design& d)
+{
+    const qm::CommandLine cl = qm::parseCommandLine(d.args);
+    qm::RecordingPlatform platform;
+    qm::PlatformServices services = platform.services();
+    services.decimalSeparator = cl.decimalSeparator != '\0' ? cl.decimalSeparator : '.';
+    qm::QuellmarkForm form(services);
+    form.runGuarded([&] { qm::Form_Initialize(form); });
+    std::vector<std::string> refused;
+    for (const qm::UserAction& action : cl.actions) {
+        try {
+            qm::applyAction(form, action);
+        } catch (const qm::ActionError& e) {
+            refused.push_back(std::string("refused: ") + e.what());
+        }
+    }
+    std::vector<std::string> lines = qm::test::screenLines(form, platform);
+    lines.insert(lines.end(), refused.begin(), refused.end());
+    return lines;
+}
+
+TEST(WholeScreen, EveryDesignMatchesItsReference)
+{
+    const std::vector<Design> all = designs();
+    ASSERT_GE(all.size(), 30u) << "designs.txt not found or cut short";
+    for (const Design& d : all)
+        EXPECT_TRUE(qm::test::matchesReference(buildScreen(d), "screens/" + d.name + ".screen"))
+            << "design " << d.name;
+}
+
+} // namespace
