@@ -4,6 +4,7 @@
 #include "screen/event_table.h"
 
 #include <exception>
+#include <utility>
 
 namespace qm {
 
@@ -19,7 +20,7 @@ std::string handlerKey(std::string_view base, FormEvent event)
 
 } // namespace
 
-QuellmarkForm::QuellmarkForm(PlatformServices services) : platform(services)
+QuellmarkForm::QuellmarkForm(PlatformServices services) : platform(std::move(services))
 {
     registerFormHandlers(*this);
 }
