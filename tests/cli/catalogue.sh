@@ -80,7 +80,7 @@ check "opened message" $?
 
 "$cli" --datasheets "$tmp/sheets" --click ShowPartList --click PartList.ShowDeviceSpecs --json > "$tmp/h.json"
 json "$tmp/h.json" "d['launched'] == [] and d['messages'] == []"
-check "Device Specifications does nothing" $?
+check "the details button of the browser does nothing" $?
 
 # Mistakes: one line, exit 2 or 1, never a crash.
 "$cli" --click CatalogueMnu --click frmKRNamps.DBGrid1=35 > /dev/null 2> "$tmp/g.err"

@@ -5,9 +5,9 @@
 
 #include "design/cycle.h"
 #include "shell/catalogue_shell.h"
+#include "shell/catalogue_window.h"
 #include "shell/grid_view.h"
 #include "shell/shell_style.h"
-#include "shell/catalogue_window.h"
 
 #include <QAction>
 #include <QApplication>
