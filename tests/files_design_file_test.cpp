@@ -163,6 +163,7 @@ std::vector<BrokenFile> brokenFiles()
     const std::string good = builtInFile();
     return {
         {"Empty", "", false},
+        {"OneEmptyLine", "\r\n", false},
         {"NulBytes", std::string("\"lpf\"\0,3", 8), false},
         {"EndlessLine", std::string(600000, 'x'), false},
         {"EndlessText", "\"lpf\",\"" + std::string(600000, '7'), false},

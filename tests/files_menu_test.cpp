@@ -10,8 +10,11 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -275,6 +278,51 @@ INSTANTIATE_TEST_SUITE_P(Saves, FailedSave,
                                            SaveFault{"TargetIsFolder", "", false},
                                            SaveFault{"DiskFull", "old.qmf", true}),
                          nameOf<SaveFault>);
+
+/// A save into a read-only folder over an old file: what went wrong, or
+/// an empty text.
+std::string saveIntoReadOnlyFolder(const std::string& path, const std::string& old)
+{
+    Screen s;
+    s.type("Text18", "9");
+    if (qm::SaveSub(*s.f, path)) return "the save went through";
+    if (s.p.messages.size() != 1 || s.p.messages[0].text.find(path) == std::string::npos)
+        return "the message doesn't name the file";
+    if (!s.f->currentFile.empty()) return "currentFile changed";
+    if (readFile(path) != old) return "the old file changed";
+    return {};
+}
+
+TEST(FailedSave, ReadOnlyFolderKeepsTheOldFileWhole)
+{
+    TempFolder dir;
+    const std::string path = dir.file("old.qmf");
+    const std::string old = designOf("4");
+    writeFile(path, old);
+    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec |
+                                    fs::perms::group_read | fs::perms::group_exec |
+                                    fs::perms::others_read | fs::perms::others_exec);
+    if (geteuid() != 0) {
+        EXPECT_EQ(saveIntoReadOnlyFolder(path, old), "");
+        return;
+    }
+    // The superuser writes anywhere: the save runs as an unprivileged user.
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const gid_t nogroup = 65534;
+        const uid_t nobody = 65534;
+        if (setgid(nogroup) != 0 || setuid(nobody) != 0) _exit(2);
+        const std::string fault = saveIntoReadOnlyFolder(path, old);
+        if (!fault.empty()) std::fprintf(stderr, "%s\n", fault.c_str());
+        _exit(fault.empty() ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(readFile(path), old);
+}
 
 TEST(DecimalComma, AFileWithPointsReadsOntoEitherScreen)
 {
