@@ -1,5 +1,5 @@
-// The File menu and "Save as default" as a designer uses them: dialogs and
-// questions answered from a script, files in a fresh folder per test.
+// The File menu and "Save as default": dialogs and questions answered from a
+// script, files in a fresh folder per test.
 #include "design/cycle.h"
 #include "files/design_file.h"
 #include "files/file_menu.h"
@@ -16,9 +16,6 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <memory>
-#include <sstream>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -39,12 +36,11 @@ std::string designOf(const char* poles)
     return qm::designFileText(*s.f);
 }
 
-constexpr const char* kTitle = "Halvorn Devices Quellmark";
+const std::string kTitle = "Halvorn Devices Quellmark";
 
-// --- Dialogs, questions and the title bar ---------------------------------------
-
-TEST(FileMenu, DialogsAskWithTheirTitlesFiltersAndSuffix)
+TEST(FileMenu, DialogsAskWithTheirTitlesFiltersSuffixAndLastName)
 {
+    TempFolder dir;
     Screen s;
     s.click("mnuFileOpen");
     s.click("mnuFileSaveAs");
@@ -52,26 +48,19 @@ TEST(FileMenu, DialogsAskWithTheirTitlesFiltersAndSuffix)
     EXPECT_EQ(s.p.dialogs[0].kind, qm::FileDialogKind::Open);
     EXPECT_EQ(s.p.dialogs[0].request.title, "Open");
     EXPECT_EQ(s.p.dialogs[0].request.filter, "All Files (*.lpf)|*.*");
+    EXPECT_EQ(s.p.dialogs[0].request.fileName, "");
     EXPECT_EQ(s.p.dialogs[1].kind, qm::FileDialogKind::Save);
     EXPECT_EQ(s.p.dialogs[1].request.title, "Save As");
     EXPECT_EQ(s.p.dialogs[1].request.filter, "Quellmark Filter (*.qmf)|*.*");
     EXPECT_EQ(s.p.dialogs[1].request.defaultExt, "qmf");
-    // Cancelled: nothing happened.
-    EXPECT_EQ(s.text("Form"), kTitle);
+    EXPECT_EQ(s.text("Form"), kTitle) << "cancelled: nothing happened";
     EXPECT_TRUE(s.p.messages.empty());
     EXPECT_TRUE(s.f->currentFile.empty());
-}
-
-TEST(FileMenu, TheDialogOpensWithTheLastNameChosen)
-{
-    TempFolder dir;
-    Screen s;
     s.click("mnuFileSaveAs", dir.file("a.qmf"));
     s.click("mnuFileOpen");
     s.click("mnuFileSaveAs");
-    EXPECT_EQ(s.p.dialogs[0].request.fileName, "");
-    EXPECT_EQ(s.p.dialogs[1].request.fileName, dir.file("a.qmf"));
-    EXPECT_EQ(s.p.dialogs[2].request.fileName, dir.file("a.qmf")) << "a cancel keeps the name";
+    EXPECT_EQ(s.p.dialogs[3].request.fileName, dir.file("a.qmf"));
+    EXPECT_EQ(s.p.dialogs[4].request.fileName, dir.file("a.qmf")) << "a cancel keeps the name";
 }
 
 struct Overwrite
@@ -82,9 +71,7 @@ struct Overwrite
     bool written;
 };
 
-class SaveAs : public ::testing::TestWithParam<Overwrite>
-{
-};
+using SaveAs = ::testing::TestWithParam<Overwrite>;
 
 TEST_P(SaveAs, AsksBeforeItReplacesAFile)
 {
@@ -95,18 +82,16 @@ TEST_P(SaveAs, AsksBeforeItReplacesAFile)
     Screen s;
     s.type("Text18", "6");
     s.click("mnuFileSaveAs", path, c.answer);
+    ASSERT_EQ(s.p.messages.size(), c.exists ? 1u : 0u);
     if (c.exists) {
-        ASSERT_EQ(s.p.messages.size(), 1u);
         EXPECT_EQ(s.p.messages[0].text, "File already exists. Do you want to overwrite it?");
         EXPECT_EQ(s.p.messages[0].title, "title");
         EXPECT_EQ(s.p.messages[0].buttons, qm::MessageButtons::YesNo);
         EXPECT_EQ(s.p.messages[0].icon, qm::MessageIcon::Exclamation);
-    } else {
-        EXPECT_TRUE(s.p.messages.empty());
     }
     EXPECT_EQ(readFile(path) == qm::designFileText(*s.f), c.written);
     EXPECT_EQ(s.f->currentFile, c.written ? path : "");
-    EXPECT_EQ(s.text("Form"), c.written ? std::string(kTitle) + " - d.qmf" : kTitle);
+    EXPECT_EQ(s.text("Form"), c.written ? kTitle + " - d.qmf" : kTitle);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -116,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Overwrite{"ExistsNo", true, qm::MessageAnswer::No, false}),
     nameOf<Overwrite>);
 
-TEST(FileMenu, SaveAfterOpenStillAsksForAName)
+TEST(FileMenu, SaveGoesToTheFileSavedNotTheFileOpenedAndNewKeepsBoth)
 {
     TempFolder dir;
     const std::string opened = dir.file("opened.qmf");
@@ -124,14 +109,13 @@ TEST(FileMenu, SaveAfterOpenStillAsksForAName)
     writeFile(opened, designOf("4"));
     Screen s;
     s.click("mnuFileOpen", opened);
-    EXPECT_EQ(s.text("Form"), std::string(kTitle) + " - opened.qmf");
+    EXPECT_EQ(s.text("Form"), kTitle + " - opened.qmf");
     EXPECT_EQ(s.text("Text18"), "4");
     EXPECT_TRUE(s.f->currentFile.empty());
     s.click("mnuFileSave");
     ASSERT_EQ(s.p.dialogs.size(), 2u);
-    EXPECT_EQ(s.p.dialogs[1].kind, qm::FileDialogKind::Save);
+    EXPECT_EQ(s.p.dialogs[1].kind, qm::FileDialogKind::Save) << "Save after Open asks for a name";
 
-    // Once something was saved, Save writes there, not to the file opened.
     s.click("mnuFileSaveAs", saved);
     s.click("mnuFileOpen", opened);
     s.type("Text18", "8");
@@ -139,23 +123,15 @@ TEST(FileMenu, SaveAfterOpenStillAsksForAName)
     EXPECT_EQ(s.p.dialogs.size(), 4u) << "no dialog for Save";
     EXPECT_EQ(readFile(saved), qm::designFileText(*s.f));
     EXPECT_EQ(readFile(opened), designOf("4"));
-    EXPECT_EQ(s.text("Form"), std::string(kTitle) + " - opened.qmf");
-}
+    EXPECT_EQ(s.text("Form"), kTitle + " - opened.qmf");
 
-TEST(FileMenu, NewBringsBackTheDefaultDesignAndKeepsTheTitleAndFile)
-{
-    TempFolder dir;
-    const std::string path = dir.file("x.qmf");
-    Screen s;
-    s.type("Text18", "9");
-    s.click("mnuFileSaveAs", path);
     s.click("mnuFileNew");
     EXPECT_EQ(s.text("Text18"), "3");
-    EXPECT_EQ(s.text("Form"), std::string(kTitle) + " - x.qmf");
-    EXPECT_EQ(s.f->currentFile, path);
+    EXPECT_EQ(s.text("Form"), kTitle + " - opened.qmf");
+    EXPECT_EQ(s.f->currentFile, saved);
 }
 
-// --- The default design ------------------------------------------------------------
+// --- The default design ------------------------------------------------------
 
 enum class Default { None, Valid, Damaged };
 
@@ -167,9 +143,7 @@ struct StartUp
     bool loaded;
 };
 
-class DefaultDesign : public ::testing::TestWithParam<StartUp>
-{
-};
+using DefaultDesign = ::testing::TestWithParam<StartUp>;
 
 TEST_P(DefaultDesign, ComesUpSilently)
 {
@@ -179,8 +153,9 @@ TEST_P(DefaultDesign, ComesUpSilently)
     const std::string site = dir.file("QMdef.qmf");
     fs::create_directories(dir.path() / "config");
     const auto place = [](const std::string& path, Default d, const char* poles) {
-        if (d == Default::Valid) writeFile(path, designOf(poles));
-        if (d == Default::Damaged) writeFile(path, designOf(poles).substr(0, 40));
+        if (d != Default::None)
+            writeFile(path,
+                      designOf(poles).substr(0, d == Default::Damaged ? 40 : std::string::npos));
     };
     place(user, c.user, "5");
     place(site, c.site, "7");
@@ -225,26 +200,20 @@ TEST(DefaultDesign, SaveAsDefaultWritesTheUsersFileAndMakesItsFolder)
     EXPECT_EQ(readFile(user), qm::designFileText(*s.f));
     EXPECT_EQ(readFile(site), designOf("7")) << "the site's file is never written";
     EXPECT_EQ(s.text("Form"), kTitle);
-    // Save now goes to the default file without a dialog.
     s.type("Text18", "8");
     s.click("mnuFileSave");
-    EXPECT_TRUE(s.p.dialogs.empty());
-    EXPECT_EQ(readFile(user), qm::designFileText(*s.f));
-    Screen next(user, site);
-    EXPECT_EQ(next.text("Text18"), "8");
+    EXPECT_TRUE(s.p.dialogs.empty()) << "Save now goes to the default file";
+    EXPECT_EQ(Screen(user, site).text("Text18"), "8");
 }
 
-TEST(DefaultDesign, WithoutAPlaceForItSaveAsDefaultAsksNothing)
+TEST(DefaultDesign, WithoutAPlaceAsksNothingAndADamagedOneOpensSilently)
 {
-    Screen s;
-    s.p.answers.push_back(qm::MessageAnswer::Yes);
-    s.click("SADmnu");
-    EXPECT_TRUE(s.p.messages.empty());
-    EXPECT_TRUE(s.f->currentFile.empty());
-}
+    Screen none;
+    none.p.answers.push_back(qm::MessageAnswer::Yes);
+    none.click("SADmnu");
+    EXPECT_TRUE(none.p.messages.empty());
+    EXPECT_TRUE(none.f->currentFile.empty());
 
-TEST(DefaultDesign, TheDefaultFileOpenedFromTheMenuFailsSilently)
-{
     TempFolder dir;
     const std::string user = dir.file("QMdef.qmf");
     Screen s(user);
@@ -255,62 +224,44 @@ TEST(DefaultDesign, TheDefaultFileOpenedFromTheMenuFailsSilently)
     EXPECT_EQ(s.text("Text18"), "3") << "the built-in design stands in";
 }
 
-// --- Saves that can't be done ------------------------------------------------------
-
-enum class Fault { MissingFolder, TargetIsFolder, DiskFull };
+// --- Saves that can't be done --------------------------------------------------
 
 struct SaveFault
 {
     const char* name;
-    Fault fault;
+    const char* target; ///< in the test's folder; "" is the folder itself
+    bool diskFull;
 };
 
-/// Runs `save` with the size of a file this process may write limited to a
-/// few bytes, as a full disk would stop it.
-template <typename F> void withFullDisk(F save)
-{
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    rlimit tiny = old;
-    tiny.rlim_cur = 16;
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &tiny);
-    save();
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
-}
-
-class FailedSave : public ::testing::TestWithParam<SaveFault>
-{
-};
+using FailedSave = ::testing::TestWithParam<SaveFault>;
 
 TEST_P(FailedSave, SaysWhyAndLeavesTheOldFileWhole)
 {
-    const Fault fault = GetParam().fault;
+    const SaveFault& c = GetParam();
     TempFolder dir;
-    std::string path = dir.file("old.qmf");
     const std::string old = designOf("4");
-    writeFile(path, old);
+    writeFile(dir.file("old.qmf"), old);
+    const std::string path = *c.target ? dir.file(c.target) : dir.path().string();
     Screen s;
     s.click("mnuFileSaveAs", dir.file("first.qmf"));
-    switch (fault) {
-    case Fault::MissingFolder:
-        path = dir.file("missing/new.qmf");
-        break;
-    case Fault::TargetIsFolder:
-        path = dir.path().string();
-        break;
-    case Fault::DiskFull:
-        break;
-    }
     const std::string before = s.f->currentFile;
     s.p.messages.clear();
     s.type("Text18", "9");
     bool saved = true;
-    if (fault == Fault::DiskFull)
-        withFullDisk([&] { saved = qm::SaveSub(*s.f, path); });
-    else
+    if (c.diskFull) {
+        // A file size limit of a few bytes stops the write as a full disk would.
+        rlimit was{};
+        getrlimit(RLIMIT_FSIZE, &was);
+        rlimit tiny = was;
+        tiny.rlim_cur = 16;
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &tiny);
         saved = qm::SaveSub(*s.f, path);
+        setrlimit(RLIMIT_FSIZE, &was);
+        std::signal(SIGXFSZ, handler);
+    } else {
+        saved = qm::SaveSub(*s.f, path);
+    }
     EXPECT_FALSE(saved);
     ASSERT_EQ(s.p.messages.size(), 1u);
     EXPECT_NE(s.p.messages[0].text.find(path), std::string::npos) << s.p.messages[0].text;
@@ -319,14 +270,13 @@ TEST_P(FailedSave, SaysWhyAndLeavesTheOldFileWhole)
     EXPECT_EQ(readFile(dir.file("old.qmf")), old);
     for (const auto& entry : fs::directory_iterator(dir.path()))
         EXPECT_EQ(entry.path().string().find(".part"), std::string::npos) << entry.path();
-    // The program goes on: the next save to a good place works.
-    EXPECT_TRUE(qm::SaveSub(*s.f, dir.file("next.qmf")));
+    EXPECT_TRUE(qm::SaveSub(*s.f, dir.file("next.qmf"))) << "the next good save works";
 }
 
 INSTANTIATE_TEST_SUITE_P(Saves, FailedSave,
-                         ::testing::Values(SaveFault{"MissingFolder", Fault::MissingFolder},
-                                           SaveFault{"TargetIsFolder", Fault::TargetIsFolder},
-                                           SaveFault{"DiskFull", Fault::DiskFull}),
+                         ::testing::Values(SaveFault{"MissingFolder", "missing/new.qmf", false},
+                                           SaveFault{"TargetIsFolder", "", false},
+                                           SaveFault{"DiskFull", "old.qmf", true}),
                          nameOf<SaveFault>);
 
 /// A save into a read-only folder over an old file: what went wrong, or
@@ -374,9 +324,7 @@ TEST(FailedSave, ReadOnlyFolderKeepsTheOldFileWhole)
     EXPECT_EQ(readFile(path), old);
 }
 
-// --- A decimal comma -----------------------------------------------------------------
-
-TEST(DecimalComma, AFileWithPointsReadsOntoACommaScreen)
+TEST(DecimalComma, AFileWithPointsReadsOntoEitherScreen)
 {
     TempFolder dir;
     Screen a("", "", ',');

@@ -7,12 +7,12 @@
 #include "screen/recording_platform.h"
 #include "screen/shell_menus.h"
 #include "screen/user_actions.h"
+#include "support/files_fixture.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <iterator>
 #include <memory>
 #include <regex>
 #include <set>
@@ -44,43 +44,27 @@ struct Start
     std::unique_ptr<qm::QuellmarkForm> form;
 };
 
-std::string tempPath(const char* name)
-{
-    return (std::filesystem::temp_directory_path() /
-            (std::string("qm_") + name + "_" +
-             std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + ".ini"))
-        .string();
-}
-
-std::string storeName(const ::testing::TestParamInfo<bool>& p)
-{
-    return p.param ? "IniFile" : "Memory";
-}
-
-/// The same story on the two stores a run can have.
+/// The same story on the two stores a run can have: memory, and a settings file.
 class AboutSetting : public ::testing::TestWithParam<bool>
 {
   protected:
-    void SetUp() override
-    {
-        if (GetParam()) {
-            path_ = tempPath("about");
-            std::filesystem::remove(path_);
-            store_ = std::make_unique<qm::IniSettings>(path_);
-        } else {
-            store_ = std::make_unique<qm::MemorySettings>();
-        }
-    }
-    void TearDown() override
-    {
-        if (!path_.empty()) std::filesystem::remove(path_);
-    }
-    std::unique_ptr<qm::SettingsStore> store_;
-    std::string path_;
+    qm::test::TempFolder dir_;
+    std::unique_ptr<qm::SettingsStore> store_ =
+        GetParam() ? std::unique_ptr<qm::SettingsStore>(
+                         std::make_unique<qm::IniSettings>(dir_.file("about.ini")))
+                   : std::make_unique<qm::MemorySettings>();
 };
 
-TEST_P(AboutSetting, UntickedAndOkStaysAwayAtTheNextStart)
+TEST_P(AboutSetting, OnlyOkStoresTheBoxForTheNextStart)
 {
+    {
+        Start closed(*store_);
+        closed.act(ActionKind::Click, "AboutQuellmark.ShowOnStartup");
+        qm::closeAboutWindow(*closed.form);
+        EXPECT_FALSE(closed.aboutShown());
+        EXPECT_EQ(store_->getSetting("Quellmark", "ShowAbout", "Value", "none"), "none")
+            << "closing by the frame stores nothing";
+    }
     {
         Start first(*store_);
         ASSERT_TRUE(first.aboutShown());
@@ -95,47 +79,24 @@ TEST_P(AboutSetting, UntickedAndOkStaysAwayAtTheNextStart)
     second.act(ActionKind::Click, "FormLoad");
     EXPECT_TRUE(second.aboutShown());
     EXPECT_FALSE(second.boxTicked());
-    // Ticked again and OK: the window is back at the start after that.
     second.act(ActionKind::Click, "AboutQuellmark.ShowOnStartup");
     second.act(ActionKind::Click, "AboutQuellmark.Ok");
     EXPECT_TRUE(Start(*store_).aboutShown());
 }
 
-TEST_P(AboutSetting, ClosingByTheFrameStoresNothing)
+INSTANTIATE_TEST_SUITE_P(Stores, AboutSetting, ::testing::Bool(),
+                         [](const auto& p) { return p.param ? "IniFile" : "Memory"; });
+
+TEST(StoredSetting, DecidesTheWindowAtStart)
 {
-    Start first(*store_);
-    first.act(ActionKind::Click, "AboutQuellmark.ShowOnStartup");
-    qm::closeAboutWindow(*first.form);
-    EXPECT_FALSE(first.aboutShown());
-    EXPECT_EQ(store_->getSetting("Quellmark", "ShowAbout", "Value", "none"), "none");
-    EXPECT_TRUE(Start(*store_).aboutShown());
+    const std::pair<const char*, bool> cases[] = {{"False", false}, {"false", false}, {"0", false},
+                                                  {"True", true},   {"-1", true},     {"", true}};
+    for (const auto& [text, shows] : cases) {
+        qm::MemorySettings store;
+        store.values["Quellmark/ShowAbout/Value"] = text;
+        EXPECT_EQ(Start(store).aboutShown(), shows) << '"' << text << '"';
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Stores, AboutSetting, ::testing::Values(false, true), storeName);
-
-struct StoredText
-{
-    const char* text;
-    bool shows;
-};
-
-class StoredSetting : public ::testing::TestWithParam<StoredText>
-{
-};
-
-TEST_P(StoredSetting, DecidesTheWindowAtStart)
-{
-    qm::MemorySettings store;
-    store.values["Quellmark/ShowAbout/Value"] = GetParam().text;
-    EXPECT_EQ(Start(store).aboutShown(), GetParam().shows);
-}
-
-INSTANTIATE_TEST_SUITE_P(Texts, StoredSetting,
-                         ::testing::Values(StoredText{"False", false}, StoredText{"false", false},
-                                           StoredText{"0", false}, StoredText{"True", true},
-                                           StoredText{"-1", true}, StoredText{"", true}));
-
-// --- Version texts ------------------------------------------------------------
 
 std::vector<std::string> linesOf(const std::string& text)
 {
@@ -152,51 +113,9 @@ std::string trimmedLeft(const std::string& s)
     return s.substr(s.find_first_not_of(' '));
 }
 
-class VersionText : public ::testing::TestWithParam<std::pair<char, const char*>>
+TEST(VersionText, TakesTheSeparatorInAboutAndNotes)
 {
-};
-
-TEST_P(VersionText, TakesTheSeparatorInAboutAndNotes)
-{
-    qm::MemorySettings store;
-    Start s(store, GetParam().first);
-    const std::vector<std::string> about = linesOf(s.form->find("AboutQuellmark.Label1")->text);
-    ASSERT_GE(about.size(), 6u);
-    EXPECT_EQ(trimmedLeft(about[0]), "Halvorn Devices Quellmark");
-    EXPECT_EQ(trimmedLeft(about[1]), "FILTER DESIGN PROGRAM");
-    EXPECT_EQ(about[2], "");
-    EXPECT_EQ(trimmedLeft(about[3]), GetParam().second);
-    EXPECT_EQ(about[4], "");
-    // Centred by leading blanks: the blanks before a line are about those
-    // after it, in the width of the widest line.
-    std::size_t widest = 0;
-    for (const std::string& l : about)
-        widest = std::max(widest, l.size());
-    for (int k : {0, 1, 3}) {
-        const std::size_t blanks = about[k].size() - trimmedLeft(about[k]).size();
-        EXPECT_NEAR(static_cast<double>(blanks), static_cast<double>(widest - about[k].size()),
-                    2.0);
-    }
-    s.act(ActionKind::Click, "NewScreen");
-    ASSERT_EQ(s.platform.messages.size(), 1u);
-    EXPECT_EQ(linesOf(s.platform.messages[0].text)[3],
-              std::string("                                            ") + GetParam().second);
-}
-
-INSTANTIATE_TEST_SUITE_P(Separators, VersionText,
-                         ::testing::Values(std::pair{'.', "Version 1.03.0003"},
-                                           std::pair{',', "Version 1,03,0003"}));
-
-TEST(VersionNotes, ShowLineForLineInAMessageBox)
-{
-    qm::MemorySettings store;
-    Start s(store);
-    s.act(ActionKind::Click, "NewScreen");
-    ASSERT_EQ(s.platform.messages.size(), 1u);
-    const qm::RecordedMessage& m = s.platform.messages[0];
-    EXPECT_EQ(m.title, "What's New?");
-    EXPECT_EQ(m.buttons, qm::MessageButtons::Ok);
-    const std::vector<std::string> expected = {
+    std::vector<std::string> notes = {
         "                                             Quellmark",
         "                                         Version Notes",
         "",
@@ -219,23 +138,39 @@ TEST(VersionNotes, ShowLineForLineInAMessageBox)
         "   9. Full save and load capability is available.",
         " 10. Your design may be saved as the default design. ",
     };
-    EXPECT_EQ(linesOf(m.text), expected);
-}
-
-// --- Help ----------------------------------------------------------------------
-
-std::string helpFolder()
-{
-    const char* data = std::getenv("QUELLMARK_TEST_DATA");
-    return std::string(data ? data : "tests/data") + "/../../help";
+    for (const auto& [separator, version] :
+         {std::pair{'.', "Version 1.03.0003"}, std::pair{',', "Version 1,03,0003"}}) {
+        qm::MemorySettings store;
+        Start s(store, separator);
+        const std::vector<std::string> about = linesOf(s.form->find("AboutQuellmark.Label1")->text);
+        ASSERT_GE(about.size(), 6u);
+        EXPECT_EQ(trimmedLeft(about[0]), "Halvorn Devices Quellmark");
+        EXPECT_EQ(trimmedLeft(about[1]), "FILTER DESIGN PROGRAM");
+        EXPECT_EQ(about[2], "");
+        EXPECT_EQ(trimmedLeft(about[3]), version);
+        EXPECT_EQ(about[4], "");
+        // Centred by leading blanks, in the width of the widest line.
+        std::size_t widest = 0;
+        for (const std::string& l : about)
+            widest = std::max(widest, l.size());
+        for (int k : {0, 1, 3}) {
+            const std::size_t blanks = about[k].size() - trimmedLeft(about[k]).size();
+            EXPECT_NEAR(static_cast<double>(blanks), static_cast<double>(widest - about[k].size()),
+                        2.0);
+        }
+        s.act(ActionKind::Click, "NewScreen");
+        ASSERT_EQ(s.platform.messages.size(), 1u);
+        EXPECT_EQ(s.platform.messages[0].title, "What's New?");
+        EXPECT_EQ(s.platform.messages[0].buttons, qm::MessageButtons::Ok);
+        notes[3] = std::string(44, ' ') + version;
+        EXPECT_EQ(linesOf(s.platform.messages[0].text), notes);
+    }
 }
 
 std::string readPage(const std::string& page)
 {
-    std::ifstream in(helpFolder() + "/" + page);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
+    const char* data = std::getenv("QUELLMARK_TEST_DATA");
+    return qm::test::readFile(std::string(data ? data : "tests/data") + "/../../help/" + page);
 }
 
 TEST(HelpTopics, EveryContextNumberHasAPageWithARealTopic)
@@ -248,13 +183,12 @@ TEST(HelpTopics, EveryContextNumberHasAPageWithARealTopic)
         const std::string html = readPage(page);
         ASSERT_FALSE(html.empty()) << "missing or empty";
         EXPECT_NE(html.find("<h1>"), std::string::npos);
-        // Words outside the markup: a topic, not a stub.
+        // Over 150 words outside the markup: a topic, not a stub.
         const std::string text = std::regex_replace(html, std::regex("<[^>]*>"), " ");
         std::istringstream words(text);
         EXPECT_GT(std::distance(std::istream_iterator<std::string>(words),
                                 std::istream_iterator<std::string>()),
                   150);
-        // Every link leads to a page that is there.
         const std::regex link("href=\"([^\"#]+)\"");
         for (auto it = std::sregex_iterator(html.begin(), html.end(), link);
              it != std::sregex_iterator(); ++it)
