@@ -74,7 +74,7 @@ TEST(ChartMouse, ThePlaceOfAClickOrTheEntryChoosesTheResponseFrequency)
     EXPECT_EQ(s.f.Cursor.x1, 500);
 }
 
-TEST(ChartMouse, TheClickCommitsThePendingEntryRespectsTheHoldAndRefusesAFarPlace)
+TEST(ChartMouse, TheClickCommitsThePendingEntryKeepsTheHoldAndRefusesAFarPlace)
 {
     Screen s;
     s.f.moveFocus("Text34");
