@@ -16,13 +16,7 @@ namespace {
 using qm::d64;
 using qm::f32;
 
-struct Result
-{
-    float mag;
-    float phase;
-};
-
-Result respond(float b0, float b1, float f)
+std::pair<float, float> respond(float b0, float b1, float f)
 {
     float mag = 0, phase = 0;
     qm::Response(b0, b1, f, mag, phase);
@@ -46,42 +40,37 @@ float naturalFrequency(float b0)
 TEST(Response, AtTheNaturalFrequencyPhaseIsExactlyMinus90)
 {
     for (const auto& [b0, b1] : {std::pair{1.0f, 1.4142135f}, {f32(39478417.6), f32(888.576588)}}) {
-        const Result r = respond(b0, b1, naturalFrequency(b0));
-        EXPECT_EQ(r.phase, -90.0f) << b0;
-        EXPECT_NEAR(r.mag, 20 * std::log10(std::sqrt(d64(b0)) / d64(b1)), 1e-4) << b0;
+        const auto [mag, phase] = respond(b0, b1, naturalFrequency(b0));
+        EXPECT_EQ(phase, -90.0f) << b0;
+        EXPECT_NEAR(mag, 20 * std::log10(std::sqrt(d64(b0)) / d64(b1)), 1e-4) << b0;
     }
 }
 
 TEST(Response, MatchesTheTransferFunctionAndTheLimiter)
 {
-    const double real1k = 2 * qm::Pi * 1000;
     const struct
     {
         float b0, b1, f;
         double gain, phase; // NAN: from the transfer function in double
     } cases[] = {
-        {f32(39478417.6), f32(8885.76588), 100.0f, NAN, NAN}, // Butterworth pair at 1 kHz
-        {f32(39478417.6), f32(628.318531), 950.0f, NAN, NAN}, // Q = 10, near the peak
-        {f32(6283.18531), 0.0f, 40000.0f, NAN, NAN},          // real pole, far above
-        {f32(real1k), 0.0f, 1000.0f, -3.0103, -45.0},         // real pole at its frequency
-        {1.0f, 1.4142135f, 1e12f, -360.0, -180.0},            // the limiter
-        {1.0f, 1.4142135f, 3e38f, -360.0, -180.0},
+        {f32(39478417.6), f32(8885.76588), 100.0f, NAN, NAN},    // Butterworth pair at 1 kHz
+        {f32(39478417.6), f32(628.318531), 950.0f, NAN, NAN},    // Q = 10, near the peak
+        {f32(6283.18531), 0.0f, 40000.0f, -32.0439, -88.5679},   // real pole, far above
+        {f32(2 * qm::Pi * 1000), 0.0f, 1000.0f, -3.0103, -45.0}, // real pole at its frequency
+        {1.0f, 1.4142135f, 3e38f, -360.0, -180.0},               // the limiter
         {-4.0f, 1.0f, 1000.0f, 0.0, 0.0}, // an impossible pair is flat, no failure
     };
     for (const auto& c : cases) {
         const double w = 2 * qm::Pi * d64(c.f);
         double gain = c.gain, phase = c.phase;
-        if (std::isnan(gain) && c.b1 == 0) {
-            gain = -10 * std::log10(1 + (w / d64(c.b0)) * (w / d64(c.b0)));
-            phase = -std::atan(w / d64(c.b0)) * 180 / qm::Pi;
-        } else if (std::isnan(gain)) {
+        if (std::isnan(gain)) {
             const double re = d64(c.b0) - w * w, im = d64(c.b1) * w;
             gain = 20 * std::log10(d64(c.b0) / std::hypot(re, im));
             phase = -std::atan2(im, re) * 180 / qm::Pi;
         }
-        const Result r = respond(c.b0, c.b1, c.f);
-        EXPECT_NEAR(r.mag, gain, std::fabs(gain) > 300 ? 1e-2 : 1e-4) << c.b0 << " at " << c.f;
-        EXPECT_NEAR(r.phase, phase, 1e-3) << c.b0 << " at " << c.f;
+        const auto [mag, ph] = respond(c.b0, c.b1, c.f);
+        EXPECT_NEAR(mag, gain, std::fabs(gain) > 300 ? 1e-2 : 1e-4) << c.b0 << " at " << c.f;
+        EXPECT_NEAR(ph, phase, 1e-3) << c.b0 << " at " << c.f;
     }
 }
 
@@ -113,11 +102,10 @@ TEST(GroupDelay, ScaleFromTheLargestValue)
     } cases[] = {
         {100, 3.0, 0, 1},             // 1 halved to 0, held at 1
         {100, 0.0012, -3, 1000},      // mantissa 1.2: no halving
-        {100, 0.05, -2, 25},          // 5: above 2 and 4
         {100, 0.0095, -3, 125},       // 9.5: above 2, 4, 8
         {100, 1e-12, -9, 1000000000}, // the smallest power held at 10^9
-        {2, 0.5, 0, 1},               // outside points 3 to 561: no value
-        {562, 0.5, 0, 1},
+        {2, 0.5, 0, 1},
+        {562, 0.5, 0, 1}, // outside points 3 to 561: no value
     };
     qm::SweepFloats freqs{};
     freqs[0] = 99.99999f;
@@ -132,10 +120,7 @@ TEST(GroupDelay, ScaleFromTheLargestValue)
         for (std::size_t j = i + 1; j < phases.size(); ++j)
             phases[j] = f32(-c.gdMax * 4 * qm::Pi * qm::Pi * std::fabs(den));
         const qm::DelayScale s = qm::delayScale(freqs, phases, fc);
-        if (c.k == 100)
-            EXPECT_NEAR_REL(s.gdMax, c.gdMax, 1e-5) << c.gdMax;
-        else
-            EXPECT_EQ(s.gdMax, 0.0f) << c.k;
+        EXPECT_NEAR_REL(s.gdMax, c.k == 100 ? c.gdMax : 0.0, 1e-5) << c.gdMax;
         EXPECT_EQ(s.gdExp, c.gdExp) << c.gdMax;
         EXPECT_EQ(s.gdScale, c.gdScale) << c.gdMax;
     }
@@ -149,11 +134,11 @@ struct ChartForm
     qm::QuellmarkForm f{p.services()};
 };
 
-std::string joined(const ChartForm& cf, std::size_t from, std::size_t to)
+template <class Labels> std::string joined(const Labels& labels, std::size_t count)
 {
-    std::string legend = cf.f.Ampl[from].text;
-    for (std::size_t k = from + 1; k <= to; ++k)
-        legend += "|" + cf.f.Ampl[k].text;
+    std::string legend = labels[0].text;
+    for (std::size_t k = 1; k < count; ++k)
+        legend += "|" + labels[k].text;
     return legend;
 }
 
@@ -163,19 +148,19 @@ TEST(GainLegend, DefaultScaleFollowsThePassbandGain)
     {
         float totalGainDB;
         qm::i16 gainOverTop;
-        const char* top;
-        const char* bottom;
+        const char* limits; // Ampl(0) and Ampl(8)
     } cases[] = {
-        {0.0f, 0, "10dB", "-70dB"},    {6.0206f, 0, "10dB", "-70dB"}, {20.0f, 0, "30dB", "-50dB"},
-        {-6.0206f, 0, "0dB", "-80dB"}, {0.0f, -1, "20dB", "-60dB"}, // peak at or over +10 dB
+        {6.0206f, 0, "10dB -70dB"},
+        {20.0f, 0, "30dB -50dB"},
+        {-6.0206f, 0, "0dB -80dB"},
+        {0.0f, -1, "20dB -60dB"}, // peak at or over +10 dB
     };
     for (const auto& c : cases) {
         ChartForm cf;
         cf.f.totalGainDB = c.totalGainDB;
         cf.f.gainOverTop = c.gainOverTop;
         qm::defaultGainLegend(cf.f);
-        EXPECT_EQ(cf.f.Ampl[0].text, c.top) << c.totalGainDB;
-        EXPECT_EQ(cf.f.Ampl[8].text, c.bottom) << c.totalGainDB;
+        EXPECT_EQ(cf.f.Ampl[0].text + " " + cf.f.Ampl[8].text, c.limits) << c.totalGainDB;
     }
 }
 
@@ -183,12 +168,9 @@ TEST(GainLegend, CustomEntriesForTheWholeScale)
 {
     const struct
     {
-        const char* top;
-        const char* bottom;
-        const char* legend; // Ampl(0) to Ampl(8)
+        const char *top, *bottom, *legend; // Ampl(0) to Ampl(8)
     } cases[] = {
         {"5", "-35", "5.0dB|0dB|-5.0dB|-10dB|-15dB|-20dB|-25dB|-30dB|-35dB"},
-        {"60", "-100", "60.0dB|40.0dB|20.0dB|0dB|-20dB|-40dB|-60dB|-80dB|-100dB"},
         {"2", "-2", "2.0dB|1.5dB|1.0dB|.50dB|0dB|-.5dB|-1.0dB|-1.5dB|-2.0dB"},
     };
     for (const auto& c : cases) {
@@ -197,7 +179,7 @@ TEST(GainLegend, CustomEntriesForTheWholeScale)
         cf.f.TopAmp.text = c.top;
         cf.f.BotAmp.text = c.bottom;
         qm::customGainLegend(cf.f);
-        EXPECT_EQ(joined(cf, 0, 8), c.legend) << c.top;
+        EXPECT_EQ(joined(cf.f.Ampl, 9), c.legend) << c.top;
     }
     EXPECT_EQ(qm::customLegendText(0.5, ','), ",50");
 }
@@ -211,15 +193,14 @@ TEST(PhaseLegend, OffsetFollowsTheInversions)
         bool fda;
         qm::i16 realPoleCount;
         int invCalc;
-        const char* bottom; // Ampl(9)
-        const char* top;    // Ampl(17)
+        const char* legend; // Ampl(9) and Ampl(17)
     } cases[] = {
-        {true, 2, false, 0, 0, "-630°", "90°"},   // even inversions: no offset
-        {false, 2, false, 0, 0, "-810°", "-90°"}, // one inverting stage
-        {false, 3, true, 1, 0, "-630°", "90°"},   // odd, real pole differential
-        {false, 5, true, 1, 0, "-810°", "-90°"},  // even, real pole differential
-        {true, 2, false, 0, 1, "-90°", "630°"},   // high-pass lifts by 540
-        {false, 6, false, 0, 1, "-270°", "450°"},
+        {true, 2, false, 0, 0, "-630° 90°"},   // even inversions: no offset
+        {false, 2, false, 0, 0, "-810° -90°"}, // one inverting stage
+        {false, 3, true, 1, 0, "-630° 90°"},   // odd, real pole differential
+        {false, 5, true, 1, 0, "-810° -90°"},  // even, real pole differential
+        {true, 2, false, 0, 1, "-90° 630°"},   // high-pass lifts by 540
+        {false, 6, false, 0, 1, "-270° 450°"},
     };
     for (const auto& c : cases) {
         ChartForm cf;
@@ -229,8 +210,7 @@ TEST(PhaseLegend, OffsetFollowsTheInversions)
         cf.f.realPoleCount = c.realPoleCount;
         cf.f.InvCalc.value = c.invCalc;
         qm::phaseLegend(cf.f);
-        EXPECT_EQ(cf.f.Ampl[9].text, c.bottom) << c.n;
-        EXPECT_EQ(cf.f.Ampl[17].text, c.top) << c.n;
+        EXPECT_EQ(cf.f.Ampl[9].text + " " + cf.f.Ampl[17].text, c.legend) << c.n;
         EXPECT_EQ(cf.f.phaseBase, c.invCalc == 1 ? 540 : 0);
     }
 }
@@ -242,7 +222,6 @@ TEST(DelayLegend, FourTenthsOverTheScaleDownToZeroInTwoDigits)
         std::int32_t gdScale;
         const char* legend; // GroupDelay(0) to GroupDelay(8)
     } cases[] = {
-        {1, "400 ms|350 ms|300 ms|250 ms|200 ms|150 ms|100 ms|50 ms|0"},
         {2, "200 ms|180 ms|150 ms|130 ms|100 ms|75 ms|50 ms|25 ms|0"}, // 175 and 125 round up
         {25, "16 ms|14 ms|12 ms|10 ms|8.0 ms|6.0 ms|4.0 ms|2.0 ms|0"},
         {125, "3.2 ms|2.8 ms|2.4 ms|2.0 ms|1.6 ms|1.2 ms|800 \xC2\xB5s|400 \xC2\xB5s|0"},
@@ -252,10 +231,7 @@ TEST(DelayLegend, FourTenthsOverTheScaleDownToZeroInTwoDigits)
         ChartForm cf;
         cf.f.gdScale = c.gdScale;
         qm::delayLegend(cf.f);
-        std::string legend = cf.f.GroupDelay[0].text;
-        for (std::size_t k = 1; k < 9; ++k)
-            legend += "|" + cf.f.GroupDelay[k].text;
-        EXPECT_EQ(legend, c.legend) << c.gdScale;
+        EXPECT_EQ(joined(cf.f.GroupDelay, 9), c.legend) << c.gdScale;
     }
 }
 

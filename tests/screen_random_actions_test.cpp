@@ -18,7 +18,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -32,36 +31,19 @@ namespace {
 using qm::ActionKind;
 using qm::UserAction;
 
-// --- Actions as text, so that a sequence found by the generator can become
-// a table row: "type NAME=TEXT", "enter NAME=TEXT", "select NAME=ITEM",
-// "click NAME".
-
+/// An action as text, so that a sequence found by the generator can become a
+/// table row: "type NAME=TEXT", "enter NAME=TEXT", "select NAME=ITEM", "click NAME".
 UserAction parseAction(const std::string& line)
 {
-    const auto space = line.find(' ');
+    const auto space = line.find(' '), eq = line.find('=');
     const std::string verb = line.substr(0, space);
-    const std::string rest = line.substr(space + 1);
-    const auto eq = rest.find('=');
-    const std::string name = rest.substr(0, eq);
-    const std::string text = eq == std::string::npos ? "" : rest.substr(eq + 1);
-    if (verb == "type") return {ActionKind::Type, name, text};
-    if (verb == "enter") return {ActionKind::Enter, name, text};
-    if (verb == "select") return {ActionKind::Select, name, text};
-    return {ActionKind::Click, name, ""};
-}
-
-std::string actionText(const UserAction& a)
-{
-    switch (a.kind) {
-    case ActionKind::Type:
-        return "type " + a.control + "=" + a.text;
-    case ActionKind::Enter:
-        return "enter " + a.control + "=" + a.text;
-    case ActionKind::Select:
-        return "select " + a.control + "=" + a.text;
-    default:
-        return "click " + a.control;
-    }
+    const std::string name = line.substr(space + 1, eq == std::string::npos ? eq : eq - space - 1);
+    const std::string text = eq == std::string::npos ? "" : line.substr(eq + 1);
+    const ActionKind kind = verb == "type"     ? ActionKind::Type
+                            : verb == "enter"  ? ActionKind::Enter
+                            : verb == "select" ? ActionKind::Select
+                                               : ActionKind::Click;
+    return {kind, name, text};
 }
 
 // --- The screen and what must hold on it ---
@@ -78,24 +60,15 @@ struct Screen
     qm::RecordingPlatform p;
     qm::QuellmarkForm f;
 
-    explicit Screen(char decSep) : f(services(p, decSep))
+    explicit Screen(char decSep) : f(services(decSep))
     {
         f.runGuarded([&] { qm::Form_Initialize(f); });
     }
-
-    static qm::PlatformServices services(qm::RecordingPlatform& platform, char decSep)
+    qm::PlatformServices services(char decSep)
     {
-        qm::PlatformServices s = platform.services();
+        qm::PlatformServices s = p.services();
         s.decimalSeparator = decSep;
         return s;
-    }
-
-    /// Text left in the entry that has the focus: where Enter doesn't
-    /// validate, it is validated, and may be reported, as the focus moves on.
-    std::string focusedText()
-    {
-        const qm::Control* c = f.find(f.focusedControl());
-        return c != nullptr && c->kind == qm::ControlKind::TextBox ? c->text : "";
     }
 };
 
@@ -113,20 +86,9 @@ bool readableValue(const std::string& shown, char decSep)
 
 bool isValueLabel(const qm::Control& c)
 {
-    static const std::array<const char*, 6> bases{"R1", "R2", "R3", "R4", "C1L", "C2L"};
-    for (const char* b : bases)
+    for (const char* b : {"R1", "R2", "R3", "R4", "C1L", "C2L"})
         if (c.base == b) return true;
     return c.name == "RealR" || c.name == "RealC";
-}
-
-/// The table lines while the schematic shows sensitivities hold values:
-/// none of them may be negative or zero.
-std::string badTableValue(const std::string& line)
-{
-    static const std::regex bad(R"((^|\s)(-\d[^\s;]*|0)(\s|$))");
-    std::smatch m;
-    if (std::regex_search(line, m, bad)) return m[2];
-    return {};
 }
 
 std::string expectedDescriptionStart(Screen& s)
@@ -167,11 +129,13 @@ std::string brokenInvariant(Screen& s)
         if (farads != 0 && (farads < 0.999e-12 || farads > 1.001e-4))
             return c->name + " holds '" + c->text + "'";
     }
+    // The sensitivity table's values: none negative or zero.
+    static const std::regex badValue(R"((^|\s)(-\d[^\s;]*|0)(\s|$))");
+    std::smatch m;
     if (f.SensTrue.selected())
-        for (const qm::Control* box : {&f.Text41, &f.Text42, &f.Text43, &f.Text44, &f.Text45}) {
-            const std::string bad = badTableValue(box->text);
-            if (!bad.empty()) return box->name + " shows the part as '" + bad + "'";
-        }
+        for (const qm::Control* box : {&f.Text41, &f.Text42, &f.Text43, &f.Text44, &f.Text45})
+            if (std::regex_search(box->text, m, badValue))
+                return box->name + " shows the part as '" + m[2].str() + "'";
     const std::string& d = f.Label8.text;
     const std::string start = expectedDescriptionStart(s);
     if (d.rfind(start, 0) != 0) return "description '" + d + "' doesn't start '" + start + "'";
@@ -199,7 +163,11 @@ bool unreadable(const std::string& typed, char decSep)
 std::string act(Screen& s, const UserAction& a)
 {
     const std::size_t before = s.p.messages.size();
-    const std::string pending = s.focusedText();
+    // Text left in the focused entry is validated, and may be reported, as
+    // the focus moves on.
+    const qm::Control* focused = s.f.find(s.f.focusedControl());
+    const std::string pending =
+        focused != nullptr && focused->kind == qm::ControlKind::TextBox ? focused->text : "";
     try {
         qm::applyAction(s.f, a);
     } catch (const qm::ActionError&) {
@@ -229,14 +197,14 @@ std::string act(Screen& s, const UserAction& a)
 
 /// Runs a sequence; returns the first broken invariant with the actions up
 /// to it, or empty.
-std::string runSequence(char decSep, const std::vector<UserAction>& actions)
+std::string runSequence(char decSep, const std::vector<std::string>& actions)
 {
     Screen s(decSep);
     std::string broken = brokenInvariant(s);
     std::string steps;
-    for (const UserAction& a : actions) {
-        steps += "\n  \"" + actionText(a) + "\",";
-        if (broken.empty()) broken = act(s, a);
+    for (const std::string& line : actions) {
+        steps += "\n  \"" + line + "\",";
+        if (broken.empty()) broken = act(s, parseAction(line));
         if (!broken.empty()) return broken + " after (separator '" + decSep + "'):" + steps;
     }
     return {};
@@ -246,60 +214,44 @@ std::string runSequence(char decSep, const std::vector<UserAction>& actions)
 
 struct FoundSequence
 {
-    const char* what;
     char decSep;
-    std::vector<const char*> actions;
+    std::vector<std::string> actions;
 };
 
 const FoundSequence kFound[] = {
-    {"entered capacitors whose resistors come out negative",
-     '.',
-     {"enter C1Entry(0)=100u", "enter C1Entry(0)=1p"}},
-    {"an entered C2 at a cutoff where C1 falls below 1 pF",
-     '.',
-     {"enter Text34=200M", "enter C2Entry(0)=100u"}},
-    {"Fn&Q rows copied from a failed recalculation",
-     '.',
-     {"select TypeFilter=7", "click High", "enter QInput(1)=1_000", "click LowPass"}},
-    {"a base family chosen after Custom Fn&Q with fewer poles",
-     '.',
+    // entered capacitors whose resistors come out negative
+    {'.', {"enter C1Entry(0)=100u", "enter C1Entry(0)=1p"}},
+    // an entered C2 at a cutoff where C1 falls below 1 pF
+    {'.', {"enter Text34=200M", "enter C2Entry(0)=100u"}},
+    // Fn&Q rows copied from a failed recalculation
+    {'.', {"select TypeFilter=7", "click High", "enter QInput(1)=1_000", "click LowPass"}},
+    // a base family chosen after Custom Fn&Q with fewer poles
+    {'.',
      {"enter Text18=2", "select TypeFilter=7", "click High", "select TypeFilter=5",
       "enter Text18=4"}},
-    {"a response frequency too large for 32 bits, then high-pass",
-     '.',
-     {"type RespF=1e308", "click High"}},
-    {"an unreadable response frequency, then high-pass",
-     ',',
+    // a response frequency too large for 32 bits, then high-pass
+    {'.', {"type RespF=1e308", "click High"}},
+    // an unreadable response frequency, then high-pass
+    {',',
      {"type RespF=47,22Hz", "click High", "type RespF=1 000", "click LowPass", "type RespF=1-",
       "click High"}},
-    {"a huge Q, then fully differential",
-     '.',
-     {"select TypeFilter=7", "type QInput(1)=1e308", "click FDAcircuit"}},
-    {"an unreadable Q, then high-pass",
-     '.',
-     {"select TypeFilter=7", "type QInput(1)=1e.5", "click High"}},
-    {"a Q of 2e8 in Sallen-Key",
-     '.',
-     {"select TypeFilter=7", "type QInput(1)=2e8", "click SallenKey"}},
-    {"an Fn typed with the other separator",
-     ',',
-     {"select TypeFilter=7", "type FnInput(0)= 971.11\xC2\xB5"}},
-    {"an entered C2 at 200 MHz, then high-pass",
-     '.',
-     {"enter Text34=200M", "enter C2Entry(0)=100u", "click High"}},
+    // a huge Q, then fully differential
+    {'.', {"select TypeFilter=7", "type QInput(1)=1e308", "click FDAcircuit"}},
+    // an unreadable Q, then high-pass
+    {'.', {"select TypeFilter=7", "type QInput(1)=1e.5", "click High"}},
+    // a Q of 2e8 in Sallen-Key
+    {'.', {"select TypeFilter=7", "type QInput(1)=2e8", "click SallenKey"}},
+    // an Fn typed with the other separator
+    {',', {"select TypeFilter=7", "type FnInput(0)= 971.11\xC2\xB5"}},
+    // an entered C2 at 200 MHz, then high-pass
+    {'.', {"enter Text34=200M", "enter C2Entry(0)=100u", "click High"}},
 };
 
-using FoundCase = ::testing::TestWithParam<FoundSequence>;
-
-TEST_P(FoundCase, EndsInAReadableDesign)
+TEST(RandomActions, EveryFoundSequenceEndsInAReadableDesign)
 {
-    std::vector<UserAction> actions;
-    for (const char* line : GetParam().actions)
-        actions.push_back(parseAction(line));
-    EXPECT_EQ(runSequence(GetParam().decSep, actions), "") << GetParam().what;
+    for (const FoundSequence& found : kFound)
+        EXPECT_EQ(runSequence(found.decSep, found.actions), "");
 }
-
-INSTANTIATE_TEST_SUITE_P(RandomActions, FoundCase, ::testing::ValuesIn(kFound));
 
 // --- The generator of plausible sequences ---
 
@@ -310,11 +262,11 @@ class Generator
 
     char separator() { return pick({'.', ','}); }
 
-    std::vector<UserAction> sequence(char decSep)
+    std::vector<std::string> sequence(char decSep)
     {
         decSep_ = decSep;
-        std::vector<UserAction> out(static_cast<std::size_t>(between(1, 14)));
-        for (UserAction& a : out)
+        std::vector<std::string> out(static_cast<std::size_t>(between(1, 14)));
+        for (std::string& a : out)
             a = action();
         return out;
     }
@@ -347,45 +299,34 @@ class Generator
                      "inf", "1e", "0", "-0", "0.0000001", "1 000", ".", ","});
     }
     std::string value() { return between(0, 3) == 0 ? garbage() : number(); }
-    UserAction entry(const std::string& name)
+    std::string entry(const std::string& name)
     {
-        return {between(0, 1) ? ActionKind::Type : ActionKind::Enter, name, value()};
+        const std::string verb = between(0, 1) ? "type " : "enter ";
+        return verb + name + "=" + value();
     }
 
-    UserAction action()
+    std::string action()
     {
-        switch (between(0, 13)) {
-        case 0:
-            return {ActionKind::Select, "TypeFilter", std::to_string(between(0, 7))};
-        case 1:
-            return {ActionKind::Enter, "Text18",
-                    between(0, 4) ? std::to_string(between(0, 11)) : value()};
-        case 2:
-            return {ActionKind::Click, pick({"MFBtype", "SallenKey", "FDAcircuit"}), ""};
-        case 3:
-            return {ActionKind::Click, pick({"LowPass", "High"}), ""};
-        case 4:
-            return {ActionKind::Click, pick({"CompValue", "SensTrue"}), ""};
-        case 5:
-            return entry("GainTB" + row());
-        case 6:
-            return entry(pick({"C1Entry", "C2Entry"}) + row());
-        case 7:
-            return entry("C1RealEntry");
-        case 8:
-            return entry(pick({"Text34", "Text12", "RespF", "Text19"}));
-        case 9:
-            return entry(pick({"QInput", "FnInput"}) + row());
-        case 10:
-            return entry("Qtotal");
-        case 11:
-            return {ActionKind::Select, pick({"ResistorList", "CapacitorList"}),
-                    std::to_string(between(0, 2))};
-        case 12:
-            return {ActionKind::Click, pick({"Frame6", "Frame1", "Form"}), ""};
-        default:
-            return {ActionKind::Enter, "Text34", number()};
+        const std::string click = "click ";
+        const int k = between(0, 13);
+        if (k == 0) return "select TypeFilter=" + std::to_string(between(0, 7));
+        if (k == 1)
+            return "enter Text18=" + (between(0, 4) ? std::to_string(between(0, 11)) : value());
+        if (k == 2) return click + pick({"MFBtype", "SallenKey", "FDAcircuit"});
+        if (k == 3) return click + pick({"LowPass", "High"});
+        if (k == 4) return click + pick({"CompValue", "SensTrue"});
+        if (k == 5) return entry("GainTB" + row());
+        if (k == 6) return entry(pick({"C1Entry", "C2Entry"}) + row());
+        if (k == 7) return entry("C1RealEntry");
+        if (k == 8) return entry(pick({"Text34", "Text12", "RespF", "Text19"}));
+        if (k == 9) return entry(pick({"QInput", "FnInput"}) + row());
+        if (k == 10) return entry("Qtotal");
+        if (k == 11) {
+            const std::string list = pick({"ResistorList", "CapacitorList"});
+            return "select " + list + "=" + std::to_string(between(0, 2));
         }
+        if (k == 12) return click + pick({"Frame6", "Frame1", "Form"});
+        return "enter Text34=" + number();
     }
 
     std::mt19937_64 rng_;
