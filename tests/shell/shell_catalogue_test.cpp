@@ -32,8 +32,7 @@ class CatalogueWindowTest : public QObject
     {
         StartedWindow s;
         auto* catalogue = s.window.catalogue();
-        QVERIFY(catalogue);
-        QVERIFY(!catalogue->browser()->isVisible());
+        QVERIFY(catalogue && !catalogue->browser()->isVisible());
         s.window.actionOf("CatalogueMnu")->trigger();
         QVERIFY(catalogue->browser()->isVisible());
         QCOMPARE(catalogue->browser()->windowTitle(),
@@ -47,23 +46,17 @@ class CatalogueWindowTest : public QObject
             QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_catalogue.png")));
         grid->horizontalHeader()->sectionClicked(9);
         QCOMPARE(s.window.form().find("frmKRNamps.txtSortBy")->text, std::string("BW"));
-        auto* close =
-            dynamic_cast<QPushButton*>(catalogue->browser()->widgetOf("frmKRNamps.cbClose"));
-        QVERIFY(close);
-        QTest::mouseClick(close, Qt::LeftButton);
+        QTest::mouseClick(catalogue->browser()->widgetOf("frmKRNamps.cbClose"), Qt::LeftButton);
         QVERIFY(!catalogue->browser()->isVisible());
     }
 
     void partListShowsTheDesign()
     {
         StartedWindow s;
-        auto* button = dynamic_cast<QPushButton*>(s.window.widgetOf("ShowPartList"));
-        QVERIFY(button && button->isVisible());
-        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::mouseClick(s.window.widgetOf("ShowPartList"), Qt::LeftButton);
         auto* list = s.window.catalogue()->partList();
         QVERIFY(list->isVisible());
         auto* grid = dynamic_cast<GridView*>(list->widgetOf("PartList.DBGrid1"));
-        QVERIFY(grid);
         QCOMPARE(grid->rowCount(), 7);
         QCOMPARE(grid->item(0, 1)->text(), QStringLiteral("R1Real"));
         QCOMPARE(grid->item(6, 2)->text(), QStringLiteral("(no amplifier selected)"));
@@ -89,8 +82,7 @@ class CatalogueWindowTest : public QObject
         QVERIFY(grid->item(0, 0)->flags() & Qt::ItemIsEditable);
         grid->item(0, 0)->setText(QStringLiteral("QX7"));
         grid->item(0, 9)->setText(QStringLiteral("50 M"));
-        QTest::mouseClick(dynamic_cast<QPushButton*>(browser->widgetOf("frmKRNamps.cbEdit")),
-                          Qt::LeftButton);
+        QTest::mouseClick(browser->widgetOf("frmKRNamps.cbEdit"), Qt::LeftButton);
         QCOMPARE(s.window.form().find("frmKRNamps.lblNumAmps")->text, std::string("Qty = 1"));
         QVERIFY(!(grid->item(0, 0)->flags() & Qt::ItemIsEditable));
         QCOMPARE(grid->item(0, 9)->text(), QStringLiteral("50 M"));
@@ -105,9 +97,9 @@ class CatalogueWindowTest : public QObject
         f.catalogue.amplifier = {"QX1", "Invented Parts", "", 40e3};
         f.runGuarded([&] { updatescreen(f); });
         s.window.syncFromModel();
-        QWidget* cell = s.window.widgetOf("GBPreq(1)");
-        QVERIFY(cell);
-        QVERIFY(cell->toolTip().startsWith(QStringLiteral("Section A needs a GBP of 100 kHz")));
+        QVERIFY(s.window.widgetOf("GBPreq(1)")
+                    ->toolTip()
+                    .startsWith(QStringLiteral("Section A needs a GBP of 100 kHz")));
         QCoreApplication::processEvents();
         QVERIFY(
             s.window.grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_gbp_marks.png")));

@@ -14,6 +14,7 @@
 #include <QLineF>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 
 using namespace qm;
@@ -21,121 +22,88 @@ using namespace qm::test;
 
 namespace {
 
-/// The junction dots' radius, in twips, with their outline.
-constexpr double kDotRadius = 26;
+constexpr double kDotRadius = 26, kGroundHalf = 75, kGroundDepth = 110;
 
-/// Everything a drawing puts on the screen, in the window's pixels.
+/// What one drawing puts on its picture, in its twips.
 struct Drawn
 {
     QString what;
     std::vector<QLineF> lines;
     std::vector<QRectF> boxes;
+    QRectF extent; // names and amplifiers included, grounds not
 };
 
 bool crosses(const QLineF& l, const QRectF& r)
 {
     if (r.contains(l.p1()) || r.contains(l.p2())) return true;
-    const QLineF edges[] = {{r.topLeft(), r.topRight()},
-                            {r.topRight(), r.bottomRight()},
-                            {r.bottomRight(), r.bottomLeft()},
-                            {r.bottomLeft(), r.topLeft()}};
-    for (const QLineF& e : edges)
-        if (l.intersects(e, nullptr) == QLineF::BoundedIntersection) return true;
+    const QPointF c[] = {r.topLeft(), r.topRight(), r.bottomRight(), r.bottomLeft()};
+    for (int k = 0; k < 4; ++k)
+        if (l.intersects(QLineF(c[k], c[(k + 1) % 4]), nullptr) == QLineF::BoundedIntersection)
+            return true;
     return false;
 }
 
-QRectF partBody(const Part& p)
+Drawn drawingOf(const SchematicView& view, const QString& name)
 {
-    const double along = kPartLength / 2;
-    const double across = p.kind == PartKind::Capacitor ? 85 : 50;
-    const QPointF half = p.vertical ? QPointF(across, along) : QPointF(along, across);
-    return QRectF(p.centre - half, p.centre + half);
-}
-
-/// The drawing of one picture: wires, part bodies and names, amplifiers and
-/// grounds, mapped from its twips to the window.
-Drawn drawingOf(const SchematicView& view, const QString& name, QWidget& window)
-{
-    const QPointF origin = view.mapTo(&window, QPoint(0, 0));
-    auto at = [&](QPointF twips) { return origin + twips * twipsToPx(1); };
-    auto box = [&](const QRectF& r) { return QRectF(at(r.topLeft()), at(r.bottomRight())); };
     const Sketch& s = view.sketch();
-    Drawn d{name, {}, {}};
-    for (const QPolygonF& w : s.wires)
-        for (qsizetype k = 1; k < w.size(); ++k)
-            d.lines.emplace_back(at(w[k - 1]), at(w[k]));
     const QFontMetricsF names(view.nameFont());
+    Drawn d{name, {}, {}, {}};
+    auto add = [&d](const QRectF& r) {
+        d.boxes.push_back(r);
+        d.extent |= r;
+    };
+    for (const QPolygonF& w : s.wires) {
+        for (qsizetype k = 1; k < w.size(); ++k)
+            d.lines.emplace_back(w[k - 1], w[k]);
+        d.extent |= w.boundingRect();
+    }
     for (const Part& p : s.parts) {
-        d.boxes.push_back(box(partBody(p)));
-        if (p.named) d.boxes.push_back(box(nameRect(p, names)));
+        add(partBody(p));
+        if (p.named) add(nameRect(p, names));
     }
     for (const QPointF& dot : s.dots)
-        d.boxes.push_back(
-            box(QRectF(dot - QPointF(kDotRadius, kDotRadius), QSizeF(2, 2) * kDotRadius)));
+        add(QRectF(dot - QPointF(kDotRadius, kDotRadius), QSizeF(2, 2) * kDotRadius));
     for (const Amplifier& a : s.amplifiers) {
         const QPointF bottom(a.topLeft.x(), a.topLeft.y() + a.height);
-        d.lines.emplace_back(at(a.topLeft), at(bottom));
-        d.lines.emplace_back(at(a.topLeft), at(a.output()));
-        d.lines.emplace_back(at(bottom), at(a.output()));
+        d.lines.insert(d.lines.end(),
+                       {{a.topLeft, bottom}, {a.topLeft, a.output()}, {bottom, a.output()}});
+        d.extent |= QRectF(a.topLeft, QSizeF(a.width, a.height));
     }
-    constexpr double kGroundHalf = 75, kGroundDepth = 110;
     for (const QPointF& g : s.grounds)
-        d.boxes.push_back(box(QRectF(g.x() - kGroundHalf, g.y(), 2 * kGroundHalf, kGroundDepth)));
+        d.boxes.emplace_back(g.x() - kGroundHalf, g.y(), 2 * kGroundHalf, kGroundDepth);
     return d;
 }
 
-/// The bounds of a drawing in its own twips, names included.
-QRectF extentOf(const SchematicView& view)
-{
-    const Sketch& s = view.sketch();
-    const QFontMetricsF names(view.nameFont());
-    QRectF all;
-    for (const QPolygonF& w : s.wires)
-        all |= w.boundingRect();
-    for (const Part& p : s.parts) {
-        all |= partBody(p);
-        if (p.named) all |= nameRect(p, names);
-    }
-    for (const QPointF& dot : s.dots)
-        all |= QRectF(dot - QPointF(kDotRadius, kDotRadius), QSizeF(2, 2) * kDotRadius);
-    for (const Amplifier& a : s.amplifiers)
-        all |= QRectF(a.topLeft, QSizeF(a.width, a.height));
-    return all;
-}
-
 /// Texts that stand on a drawing, and drawings or texts that their widget
-/// or the schematics' sheet cut off.
+/// or the schematics' sheet cut off. Drawings are mapped to the window.
 QStringList collisions(MainWindow& w)
 {
     QStringList out;
     std::vector<Drawn> drawings;
-    const QRectF sheet(QPointF(twipsToPx(30), twipsToPx(3855)) +
-                           w.canvas()->mapTo(&w, QPoint(0, 0)),
+    const QPointF canvas = w.canvas()->mapTo(&w, QPoint(0, 0));
+    const QRectF sheet(canvas + QPointF(twipsToPx(30), twipsToPx(3855)),
                        QSizeF(twipsToPx(7065), twipsToPx(4215)));
+    auto toWindow = [](QPointF origin, const QRectF& r) {
+        return QRectF(origin + r.topLeft() * twipsToPx(1), r.size() * twipsToPx(1));
+    };
     for (const Control* c : w.form().all()) {
         auto* view = dynamic_cast<const SchematicView*>(w.widgetOf(c->name));
         if (!view || !view->isVisibleTo(&w)) continue;
-        const QString name = QString::fromStdString(c->name);
-        drawings.push_back(drawingOf(*view, name, w));
-        const QRectF extent = extentOf(*view);
-        const QRectF room(0, 0, pxToTwips(view->width()), pxToTwips(view->height()));
+        Drawn d = drawingOf(*view, QString::fromStdString(c->name));
         // A pixel's rounding of the box is no cut.
-        if (!room.adjusted(0, 0, pxToTwips(1), pxToTwips(1)).contains(extent))
-            out << name + QStringLiteral(": drawing cut off by its box: %1,%2 %3x%4 in %5x%6")
-                              .arg(extent.x())
-                              .arg(extent.y())
-                              .arg(extent.width())
-                              .arg(extent.height())
-                              .arg(room.width())
-                              .arg(room.height());
+        const QRectF room(0, 0, pxToTwips(view->width() + 1), pxToTwips(view->height() + 1));
+        if (!room.contains(d.extent))
+            out << d.what + QStringLiteral(": drawing cut off by its box");
         const QPointF origin = view->mapTo(&w, QPoint(0, 0));
-        const QRectF onWindow(origin + extent.topLeft() * twipsToPx(1),
-                              extent.size() * twipsToPx(1));
-        if (!sheet.contains(onWindow)) out << name + QStringLiteral(": drawing off the sheet");
+        if (!sheet.contains(toWindow(origin, d.extent)))
+            out << d.what + QStringLiteral(": drawing off the sheet");
+        for (QLineF& l : d.lines)
+            l = QLineF(origin + l.p1() * twipsToPx(1), origin + l.p2() * twipsToPx(1));
+        for (QRectF& b : d.boxes)
+            b = toWindow(origin, b);
+        drawings.push_back(d);
     }
-    Drawn joins{QStringLiteral("joining lines"), {}, {}};
-    const QPointF canvas = w.canvas()->mapTo(&w, QPoint(0, 0));
-    const QPointF origin = canvas;
+    Drawn joins{QStringLiteral("joining lines"), {}, {}, {}};
     for (const Control* c : w.form().all())
         if (c->kind == ControlKind::Line && c->container.empty() && c->visible)
             joins.lines.emplace_back(canvas + QPointF(c->x1, c->y1) * twipsToPx(1),
@@ -149,37 +117,23 @@ QStringList collisions(MainWindow& w)
             continue;
         const QRectF local = label->shownTextRect();
         if (local.isEmpty()) continue;
-        const QString name = QString::fromStdString(c->name);
+        const QString name = QString::fromStdString(c->name) + QStringLiteral(" '") +
+                             label->text().trimmed() + QStringLiteral("'");
         if (!QRectF(label->rect()).adjusted(-0.5, -0.5, 0.5, 0.5).contains(local))
             out << name + QStringLiteral(": text cut off by its box");
         // A pixel's touch at the edge is no collision.
         const QRectF text = local.translated(label->mapTo(&w, QPoint(0, 0))).adjusted(1, 1, -1, -1);
         if (!sheet.contains(text)) out << name + QStringLiteral(": text off the sheet");
         for (const Drawn& d : drawings) {
-            QString where;
-            for (const QLineF& l : d.lines)
-                if (crosses(l, text))
-                    where = QStringLiteral("line %1,%2-%3,%4")
-                                .arg(pxToTwips(l.x1() - origin.x()))
-                                .arg(pxToTwips(l.y1() - origin.y()))
-                                .arg(pxToTwips(l.x2() - origin.x()))
-                                .arg(pxToTwips(l.y2() - origin.y()));
-            for (const QRectF& b : d.boxes)
-                if (b.intersects(text))
-                    where = QStringLiteral("box %1,%2 %3x%4")
-                                .arg(pxToTwips(b.x() - origin.x()))
-                                .arg(pxToTwips(b.y() - origin.y()))
-                                .arg(pxToTwips(b.width()))
-                                .arg(pxToTwips(b.height()));
-            if (!where.isEmpty())
-                out << name + QStringLiteral(" '") + label->text().trimmed() +
-                           QStringLiteral("' (") + where + QStringLiteral(")") +
-                           QStringLiteral("' on the drawing of ") + d.what +
-                           QStringLiteral(" at %1,%2 %3x%4")
-                               .arg(pxToTwips(text.x() - origin.x()))
-                               .arg(pxToTwips(text.y() - origin.y()))
-                               .arg(pxToTwips(text.width()))
-                               .arg(pxToTwips(text.height()));
+            const bool onLine = std::any_of(d.lines.begin(), d.lines.end(),
+                                            [&](const QLineF& l) { return crosses(l, text); });
+            const bool onBox = std::any_of(d.boxes.begin(), d.boxes.end(),
+                                           [&](const QRectF& b) { return b.intersects(text); });
+            if (onLine || onBox)
+                out << name +
+                           (onBox ? QStringLiteral(" on a part, name, dot or ground of ")
+                                  : QStringLiteral(" on a line of ")) +
+                           d.what;
         }
     }
     return out + overlappingTexts(w);
@@ -259,7 +213,6 @@ class GalleryTest : public QObject
             act(ActionKind::Enter, "GainTB(" + std::to_string(row) + ")", *c.gain ? c.gain : "1");
         act(ActionKind::Enter, "Text18", std::to_string(poles));
         if (highPass) act(ActionKind::Click, "High");
-        QVERIFY(!w.platform().isBusy());
         w.syncFromModel();
         QCoreApplication::processEvents();
         const QRect sheet = QRect(QPoint(twipsToPxRounded(30), twipsToPxRounded(3855)),
@@ -267,8 +220,7 @@ class GalleryTest : public QObject
         QVERIFY(w.canvas()->grab(sheet).save(
             QStringLiteral(QUELLMARK_PICTURE_DIR "/gallery/%1.png").arg(QTest::currentDataTag())));
         QCOMPARE(screenScale(), 2.0);
-        const QStringList found = collisions(w);
-        QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+        expectNone(collisions(w));
     }
 
   private:

@@ -15,14 +15,12 @@
 
 namespace qm::test {
 
-namespace {
 // The windows of the tests keep their amplifier catalogue apart from the
 // user's own.
-const bool kTestPaths = [] {
+static const bool kTestPaths = [] {
     QStandardPaths::setTestModeEnabled(true);
     return true;
 }();
-} // namespace
 
 StartedWindow::StartedWindow()
 {
@@ -120,8 +118,8 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
         compare<long>(out, *ca, "enabled", ca->enabled, cb->enabled);
         compare<long>(out, *ca, "value", ca->value, cb->value);
         compare<long>(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
-        compare<long>(out, *ca, "left", ca->left, cb->left);
-        compare<long>(out, *ca, "top", ca->top, cb->top);
+        compare<long>(out, *ca, "place", ca->left * 100000L + ca->top,
+                      cb->left * 100000L + cb->top);
         compare<long>(out, *ca, "x1", ca->x1, cb->x1);
         compare<long>(out, *ca, "height", ca->height, cb->height);
     }
@@ -175,29 +173,34 @@ QStringList overlappingTexts(MainWindow& w)
     return out;
 }
 
-struct MessageCatcher::State
+void expectNone(const QStringList& found)
 {
-    QTimer timer;
-    QStringList messages;
-};
-
-MessageCatcher::MessageCatcher() : state_(std::make_unique<State>())
-{
-    State* s = state_.get();
-    QObject::connect(&s->timer, &QTimer::timeout, [s] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box) return;
-        s->messages << box->windowTitle() + QStringLiteral(": ") + box->text();
-        (box->defaultButton() ? box->defaultButton() : box->buttons().value(0))->click();
-    });
-    s->timer.start(10);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
-MessageCatcher::~MessageCatcher() = default;
-
-QStringList MessageCatcher::messages() const
+void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts)
 {
-    return state_->messages;
+    expectNone(modelDifferences(w.form(), twin.form) + widgetDifferences(w) +
+               (texts ? overlappingTexts(w) : QStringList()));
+}
+
+QRectF partBody(const Part& p)
+{
+    const double along = kPartLength / 2;
+    const double across = p.kind == PartKind::Capacitor ? 85 : 50;
+    const QPointF half = p.vertical ? QPointF(across, along) : QPointF(along, across);
+    return QRectF(p.centre - half, p.centre + half);
+}
+
+MessageCatcher::MessageCatcher()
+{
+    QObject::connect(&timer, &QTimer::timeout, [this] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        caught << box->windowTitle() + QStringLiteral(": ") + box->text();
+        (box->defaultButton() ? box->defaultButton() : box->buttons().value(0))->click();
+    });
+    timer.start(10);
 }
 
 void typeInto(MainWindow& w, const char* control, const QString& text)

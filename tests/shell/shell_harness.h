@@ -6,11 +6,12 @@
 #include "screen/recording_platform.h"
 #include "screen/user_actions.h"
 #include "shell/main_window.h"
+#include "shell/schematic_sketch.h"
 
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
-#include <memory>
 #include <string>
 
 namespace qm::test {
@@ -44,21 +45,22 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b);
 QStringList widgetDifferences(MainWindow& w);
 /// Pairs of texts of the screen that stand on each other.
 QStringList overlappingTexts(MainWindow& w);
+/// Fails with the found lines, one a line, unless there are none.
+void expectNone(const QStringList& found);
+/// The window and its twin agree, the widgets show the model and, with
+/// `texts`, no two texts stand on each other.
+void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts = true);
+/// What a part's body takes on its picture, in twips.
+QRectF partBody(const Part& p);
 
 /// Answers every message box that opens while it lives with its default
 /// button, keeping "title: text" of each.
-class MessageCatcher
+struct MessageCatcher
 {
-  public:
     MessageCatcher();
-    ~MessageCatcher();
-    MessageCatcher(const MessageCatcher&) = delete;
-    MessageCatcher& operator=(const MessageCatcher&) = delete;
-    QStringList messages() const;
-
-  private:
-    struct State;
-    std::unique_ptr<State> state_;
+    QStringList messages() const { return caught; }
+    QStringList caught;
+    QTimer timer;
 };
 
 /// Types `text` into an entry as a person does: focus, replace, keys.

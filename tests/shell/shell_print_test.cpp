@@ -81,18 +81,15 @@ class ShellTest : public QObject
                  qPrintable(info));
         const auto size =
             QRegularExpression(QStringLiteral("Page size:\\s+([\\d.]+) x ([\\d.]+)")).match(info);
-        QVERIFY(size.hasMatch());
         QVERIFY2(size.captured(1).toDouble() > size.captured(2).toDouble(), "not landscape");
-        for (const char* page : {"1", "3"}) {
+        for (const QString& page : QStringList{"1", "3"}) {
             const QString prefix = dir.filePath(QStringLiteral("page"));
             run(QStringLiteral("pdftoppm"),
-                {QStringLiteral("-gray"), QStringLiteral("-r"), QStringLiteral("30"),
-                 QStringLiteral("-singlefile"), QStringLiteral("-f"), QLatin1String(page),
-                 QStringLiteral("-l"), QLatin1String(page), pdf, prefix});
+                QStringLiteral("-gray -r 30 -singlefile -f %1 -l %1").arg(page).split(' ')
+                    << pdf << prefix);
             const QImage grey(prefix + QStringLiteral(".pgm"));
-            QVERIFY(!grey.isNull());
             QVERIFY2(inkedShare(grey.convertToFormat(QImage::Format_Grayscale8)) > 0.02,
-                     "the page is blank");
+                     qPrintable(QStringLiteral("page %1 is blank").arg(page)));
         }
         // The window is back as it was.
         QCOMPARE(w.form().Form.height, 8880);
@@ -134,9 +131,6 @@ class ShellTest : public QObject
         second.actionOf("FormLoad")->trigger();
         QTRY_VERIFY(second.shell().about()->isVisible());
         QVERIFY(!second.shell().about()->showOnStartup()->isChecked());
-        QVERIFY(second.actionOf("NewScreen")->isEnabled());
-        QVERIFY(second.actionOf("HelpCont")->isEnabled());
-        QVERIFY(second.actionOf("Print")->isEnabled());
     }
 
     void f1OpensTheTopicOfTheControlInFocus()
@@ -157,9 +151,7 @@ class ShellTest : public QObject
         QVERIFY(help->grab().save(QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_help.png")));
 
         // F1 on a highlighted menu entry opens that entry's topic.
-        QMenu* file = w.actionOf("Print")->associatedObjects().isEmpty()
-                          ? nullptr
-                          : qobject_cast<QMenu*>(w.actionOf("Print")->associatedObjects().first());
+        auto* file = qobject_cast<QMenu*>(w.actionOf("Print")->associatedObjects().value(0));
         QVERIFY(file);
         file->popup(w.mapToGlobal(QPoint(10, 10)));
         QTRY_VERIFY(file->isVisible());
