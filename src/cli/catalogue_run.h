@@ -43,6 +43,9 @@ class CatalogueRun
     /// ", \"grids\": ..., \"launched\": ..., \"imported\": ..." for the JSON.
     std::string jsonMembers(const QuellmarkForm& form) const;
 
+    /// The data sheets opened, in order.
+    const std::vector<std::string>& launched() const { return launcher_.launched; }
+
   private:
     CatalogueOptions options_;
     std::unique_ptr<AmplifierStore> store_;

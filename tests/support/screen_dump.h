@@ -34,9 +34,9 @@ inline std::string colorName(Color c)
 
 inline const char* kindName(ControlKind k)
 {
-    constexpr const char* kNames[] = {"Label",  "TextBox", "ListBox", "CheckBox",
-                                      "Option", "Frame",   "Picture", "Line",
-                                      "Shape",  "Menu",    "Button",  "Window"};
+    constexpr const char* kNames[] = {"Label",  "TextBox", "ListBox", "CheckBox", "Option",
+                                      "Frame",  "Picture", "Line",    "Shape",    "Menu",
+                                      "Button", "Window",  "Grid"};
     return kNames[static_cast<int>(k)];
 }
 
@@ -96,7 +96,25 @@ inline void addDrawing(std::vector<std::string>& lines, const char* surface,
     }
 }
 
-/// The design screen's own controls, then the messages that were raised.
+/// A grid's heads, cell, rows and the marks of its rows.
+inline void addGrid(std::vector<std::string>& lines, const GridModel& g)
+{
+    std::string head = g.name + " grid row=" + std::to_string(g.row) +
+                       " col=" + std::to_string(g.col) + (g.allowUpdate ? " editing" : "") + " |";
+    for (const GridColumn& c : g.columns)
+        head += " " + c.caption + " |";
+    lines.push_back(head);
+    for (std::size_t r = 0; r < g.rows.size(); ++r) {
+        std::string row = "  |";
+        for (const std::string& cell : g.rows[r])
+            row += " " + visible(cell) + " |";
+        if (r < g.rowTips.size() && !g.rowTips[r].empty()) row += " mark: " + visible(g.rowTips[r]);
+        lines.push_back(row);
+    }
+}
+
+/// The design screen's own controls, the windows beside it that are shown,
+/// then the messages that were raised.
 inline std::vector<std::string> screenLines(const QuellmarkForm& form,
                                             const RecordingPlatform& platform)
 {
@@ -106,6 +124,14 @@ inline std::vector<std::string> screenLines(const QuellmarkForm& form,
                     " recalculations=" + std::to_string(platform.busyCount));
     for (const Control* c : form.all())
         lines.push_back(controlLine(*c));
+    for (const Control* w : form.windows()) {
+        if (!w->visible) continue;
+        lines.push_back(controlLine(*w));
+        for (const Control* c : form.windowControls())
+            if (c->window == w->name) lines.push_back(controlLine(*c));
+        for (const GridModel* g : form.grids())
+            if (g->name.rfind(w->name + ".", 0) == 0) addGrid(lines, *g);
+    }
     addDrawing(lines, "graph", platform.graph);
     addDrawing(lines, "background", platform.background);
     for (const RecordedMessage& m : platform.messages)
