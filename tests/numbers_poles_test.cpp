@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
 #include <complex>
 #include <sstream>
@@ -138,6 +139,49 @@ TEST(PolePairs, EveryPoleCountIsWellFormedAndNormalised)
             if (f == kLinear005 && n == 10) expected = 2.9366;
             EXPECT_NEAR(lossDb, expected, f == kBessel ? 0.015 : f > kChebychev ? 1.5e-3 : 1e-4);
         }
+}
+
+// The linear-phase and Gaussian rows come from published poles s = -σ ± jω
+// given to four decimals: b1 = 2σ exactly, and b0 = σ² + ω² to the digits it
+// is stored with. A wrong digit moves σ or ω off that grid, or (where b0's
+// digits leave ω too loose to tell) breaks the half-power point above.
+/// The shortest decimal text of a stored value: the digits as written.
+std::string digitsOf(float x)
+{
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, x).ptr};
+}
+
+int decimalsOf(float x)
+{
+    const std::string digits = digitsOf(x);
+    const auto dot = digits.find('.');
+    return dot == std::string::npos ? 0 : static_cast<int>(digits.size() - dot - 1);
+}
+
+double offGrid(double x)
+{
+    return std::abs(x * 1e4 - std::round(x * 1e4));
+}
+
+TEST(PoleTables, PublishedPolesLieOnTheirFourDecimalGrid)
+{
+    for (const std::int16_t f : {kLinear005, kLinear05, kGaussian})
+        for (int n = 2; n <= 10; ++n)
+            for (const qm::PoleRow& r : qm::tabulatedPoles(f, n)) {
+                SCOPED_TRACE(::testing::Message()
+                             << "family " << f << " n=" << n << " b1=" << r.b1 << " b0=" << r.b0);
+                if (r.b1 == 0) {
+                    EXPECT_LT(offGrid(double(r.b0)), 1e-3);
+                    continue;
+                }
+                const double sigma = std::stod(digitsOf(r.b1)) / 2;
+                const double omega = std::sqrt(std::stod(digitsOf(r.b0)) - sigma * sigma);
+                const double halfUlp = 0.5 * std::pow(10.0, -decimalsOf(r.b0));
+                EXPECT_LT(offGrid(sigma), 1e-3);
+                // b0 was rounded from the published σ and ω with up to 10% slack.
+                EXPECT_LT(offGrid(omega), 1.1 * halfUlp / (2 * omega) * 1e4 + 1e-3);
+            }
 }
 
 // --- The Bessel table against scipy's prototype ------------------------------
