@@ -34,14 +34,11 @@ class MfbSection
 
     void secondOrder()
     {
-        ctx_.capdiv = 1;
         // Seeds for the first choice of C1: R2 = sqrt(g)·R1, R3 = R1.
         p_.RTwo = f32(checkedSqrt(g_) * d64(p_.ROne));
         p_.RThree = p_.ROne;
         chooseCapacitors();
         if (ctx_.multiPole && ctx_.row) useChangedEntries(*ctx_.row);
-        if (p_.cOne == 0) checkC1();
-        if (p_.cTwo == 0) checkC2();
         resistors();
     }
 

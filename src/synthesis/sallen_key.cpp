@@ -57,8 +57,6 @@ class SallenSection
     {
         chooseCapacitors();
         if (ctx_.multiPole && ctx_.row) useChangedEntries(*ctx_.row);
-        if (p_.cOne == 0) checkC1();
-        if (p_.cTwo == 0) checkC2();
         resistors();
     }
 
@@ -170,7 +168,6 @@ class SallenSection
 
 void Sallen(float& bZero, float bOne, float& g, SectionParts& p, SynthesisContext& ctx)
 {
-    ctx.capdiv = 1;
     if (g < 1) g = 1;
     if (bOne == 0 && bZero == 0) bZero = kFallbackRealPole;
     SallenSection section(bZero, bOne, g, p, ctx);
