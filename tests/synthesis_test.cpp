@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
         RoundCase{96, kRes, 1, 10100, 10200}, RoundCase{48, kRes, 1, 4950, 4870},
         RoundCase{192, kRes, 1, 4950, 4930}, RoundCase{48, kRes, 1, 4.7f, 4.64f},
         // E192 holds 9.20 where the rule gives 9.19.
-        RoundCase{192, kRes, 1, 9150, 9200},
+        RoundCase{192, kRes, 1, 9150, 9200}, RoundCase{192, kRes, 1, 9250, 9200},
         // Capacitors step from the nearest value; capdiv scales the series.
         RoundCase{24, 1, 1, 3.636e-8f, 3.9e-8f}, RoundCase{24, -1, 1, 1.02e-9f, 9.1e-10f},
         RoundCase{6, 1, 1, 9.9e-9f, 1.5e-8f}, RoundCase{24, 1, 2, 40e-9f, 44e-9f},
@@ -266,6 +266,16 @@ TEST(SallenKey, HighQAtUnityGainStillFindsAPositiveC1)
     auto [b0Built, b1Built] = realises(kSallenKey, p, 1);
     EXPECT_NEAR_REL(b0Built, kB0, 1e-5);
     EXPECT_NEAR_REL(b1Built, b1, 1e-5);
+}
+
+TEST(SallenKey, GainResistorsStartFromTheSeedRounded)
+{
+    Synthesis s;
+    s.rounding.ctx.resistorSeries = 24;
+    SectionParts p{.ROne = 10300};
+    s.run(kSallenKey, kB0, kB1, 2.5f, p);
+    EXPECT_FLOAT_EQ(p.RThree, 10000);
+    EXPECT_FLOAT_EQ(p.RFour, 15000); // 1.5 times R3
 }
 
 TEST(Mfb, FailingRoundingsAreSkippedOneByOne)

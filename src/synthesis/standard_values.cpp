@@ -3,7 +3,6 @@
 #include "numbers/float_store.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <span>
 #include <string>
@@ -14,12 +13,12 @@ namespace {
 
 // Each table has one value below 1 and one above 10, so that a step of one
 // position crosses a decade without special handling.
-constexpr std::array<float, 9> kE6{0.68f, 1, 1.5f, 2.2f, 3.3f, 4.7f, 6.8f, 10, 15};
-constexpr std::array<float, 15> kE12{0.82f, 1,    1.2f, 1.5f, 1.8f, 2.2f, 2.7f, 3.3f,
-                                     3.9f,  4.7f, 5.6f, 6.8f, 8.2f, 10,   12};
-constexpr std::array<float, 27> kE24{0.91f, 1,    1.1f, 1.2f, 1.3f, 1.5f, 1.6f, 1.8f, 2,
-                                     2.2f,  2.4f, 2.7f, 3,    3.3f, 3.6f, 3.9f, 4.3f, 4.7f,
-                                     5.1f,  5.6f, 6.2f, 6.8f, 7.5f, 8.2f, 9.1f, 10,   11};
+constexpr float kE6[] = {0.68f, 1, 1.5f, 2.2f, 3.3f, 4.7f, 6.8f, 10, 15};
+constexpr float kE12[] = {0.82f, 1,    1.2f, 1.5f, 1.8f, 2.2f, 2.7f, 3.3f,
+                          3.9f,  4.7f, 5.6f, 6.8f, 8.2f, 10,   12};
+constexpr float kE24[] = {0.91f, 1,    1.1f, 1.2f, 1.3f, 1.5f, 1.6f, 1.8f, 2,
+                          2.2f,  2.4f, 2.7f, 3,    3.3f, 3.6f, 3.9f, 4.3f, 4.7f,
+                          5.1f,  5.6f, 6.2f, 6.8f, 7.5f, 8.2f, 9.1f, 10,   11};
 
 // E192 holds 9.20 where the rounding rule gives 9.19; its neighbours in the
 // series are 9.09 and 9.31.
