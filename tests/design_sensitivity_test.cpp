@@ -1,6 +1,5 @@
-// Sensitivities of a section as the table and the schematic show them: the
-// order in which the components are measured, which ones a stage skips, and
-// texts that follow from the analysis of the circuit.
+// Sensitivities of a section against the analysis of its circuit: which
+// components a stage measures and the texts that follow from the formulas.
 #include "design/result_texts.h"
 #include "design/section_analysis.h"
 #include "design/sensitivity_table.h"
@@ -10,7 +9,6 @@
 #include <array>
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -58,58 +56,22 @@ constexpr const char* kMfbC1 = "  -0.5; 0.5";
 constexpr const char* kMfbC2 = "  -0.5; -0.5";
 constexpr const char* kRealPart = "-1.0; --       ";
 
-TEST(SensitivityTable, MultipleFeedbackLowPassTextsFollowTheCircuit)
+TEST(SensitivityTable, TextsFollowTheCircuit)
 {
+    // The line's layout and the other circuits are checked by the
+    // whole-screen designs "sensitivities-*" and "sens-*".
     Section s(false, false, false);
-    const std::string line = qm::measureForTable(s.f, 1);
+    qm::measureForTable(s.f, 1);
     EXPECT_EQ(s.f.sensC1, kMfbC1);
     EXPECT_EQ(s.f.sensC2, kMfbC2);
     EXPECT_EQ(s.f.sensR1.substr(0, 7), "  0.0; ") << "Fn doesn't depend on R1";
     EXPECT_EQ(s.f.sensR2.substr(0, 8), "  -0.5; ");
     EXPECT_EQ(s.f.sensR4, "old") << "a multiple-feedback section has no R4";
-    EXPECT_EQ(line, "A         " + s.f.sensR1 + "    " + s.f.sensR2 + "    " + s.f.sensR3 + "    " +
-                        kMfbC1 + "    " + kMfbC2);
-}
-
-TEST(SensitivityTable, HighPassColumnsStartWithTheCapacitors)
-{
-    Section s(false, true, false);
-    const std::string line = qm::measureForTable(s.f, 1);
-    const std::string head =
-        std::string("A        ") + kMfbC1 + "    " + kMfbC2 + "     " + s.f.sensR1;
-    EXPECT_EQ(line.substr(0, head.size()), head);
-}
-
-struct RealCase
-{
-    const char* name;
-    bool sallenKey;
-    bool highPass;
-    const char* line;
-};
-
-TEST(SensitivityTable, RealStageMeasuresOnlyItsResistorAndCapacitor)
-{
-    const std::vector<RealCase> cases{
-        {"MFB low-pass", false, false,
-         "Real     -1.0; --            --; --          --; --            -1.0; --       "},
-        {"SK low-pass", true, false,
-         "Real     -1.0; --              --; --          --; --          --; --          -1.0; --  "
-         "     "},
-        {"MFB high-pass", false, true,
-         "Real    -1.0; --             --; --            --; --              -1.0; --       "},
-        {"SK high-pass", true, true,
-         "Real     -1.0; --              --; --           --; --           --; --          -1.0; "
-         "--       "},
-    };
-    for (const RealCase& c : cases) {
-        Section s(c.sallenKey, c.highPass, true);
-        EXPECT_EQ(qm::measureForTable(s.f, 1), c.line) << c.name;
-        EXPECT_EQ(s.f.sensR1, kRealPart) << c.name;
-        EXPECT_EQ(s.f.sensC1, kRealPart) << c.name;
-        for (const std::string* t : {&s.f.sensR2, &s.f.sensR3, &s.f.sensR4, &s.f.sensC2})
-            EXPECT_EQ(*t, "old") << c.name;
-    }
+    Section real(true, true, true);
+    qm::measureForTable(real.f, 1);
+    EXPECT_EQ(real.f.sensR1 + "|" + real.f.sensC1, std::string(kRealPart) + "|" + kRealPart);
+    for (const std::string* t : {&real.f.sensR2, &real.f.sensR3, &real.f.sensR4, &real.f.sensC2})
+        EXPECT_EQ(*t, "old");
 }
 
 TEST(SensitivityTable, SallenKeyGainResistorsOnlyWhenTheRealisedGainIsAboveOne)
@@ -119,52 +81,25 @@ TEST(SensitivityTable, SallenKeyGainResistorsOnlyWhenTheRealisedGainIsAboveOne)
     unity.f.sectionGain = 5.0f;
     const std::string line = qm::measureForTable(unity.f, 1);
     EXPECT_NE(line.find("      --; --             --; --      "), std::string::npos);
-    EXPECT_EQ(unity.f.sensR3, "old");
-    EXPECT_EQ(unity.f.sensR4, "old");
-
+    EXPECT_EQ(unity.f.sensR3 + unity.f.sensR4, "oldold");
     // Gain 2: R3 and R4 change only the gain, so Fn stays and Q moves.
     Section two(true, false, false, 10000.0f, 10000.0f);
-    const std::string withGain = qm::measureForTable(two.f, 1);
+    qm::measureForTable(two.f, 1);
     EXPECT_EQ(two.f.sensR3.substr(0, 7), "  0.0; ");
     EXPECT_EQ(two.f.sensR4.substr(0, 7), "  0.0; ");
     EXPECT_NE(two.f.sensR3, "  0.0; 0.0");
-    EXPECT_EQ(withGain, "A         " + two.f.sensR1 + "  " + two.f.sensR2 + "  " + two.f.sensR3 +
-                            "  " + two.f.sensR4 + "  " + two.f.sensC1 + "  " + two.f.sensC2);
 }
 
 TEST(SensitivityTable, MeasuringLeavesTheComponentsAsTheyAre)
 {
     Section s(true, true, false, 10000.0f, 22000.0f);
-    const std::array<float, 6> before{s.f.ROne,  s.f.RTwo,  s.f.RThree,
-                                      s.f.RFour, s.f.C1[1], s.f.C2[1]};
-    const float b0 = s.f.b0[1], b1 = s.f.b1[1];
+    const auto parts = [&f = s.f] {
+        return std::array<float, 8>{f.ROne,  f.RTwo,  f.RThree, f.RFour,
+                                    f.C1[1], f.C2[1], f.b0[1],  f.b1[1]};
+    };
+    const std::array<float, 8> before = parts();
     qm::measureForTable(s.f, 1);
-    const std::array<float, 6> after{s.f.ROne,  s.f.RTwo,  s.f.RThree,
-                                     s.f.RFour, s.f.C1[1], s.f.C2[1]};
-    EXPECT_EQ(before, after);
-    EXPECT_EQ(s.f.b0[1], b0);
-    EXPECT_EQ(s.f.b1[1], b1);
-}
-
-TEST(SensitivityLabels, SchematicShowsTheTextsAndTheTableTheValues)
-{
-    Section mfb(false, true, false);
-    mfb.f.viewMode = 2;
-    mfb.f.R4[0].text = "hidden";
-    qm::sensitivitiesAndTableLine(mfb.f, 1);
-    EXPECT_EQ(mfb.f.C1L[0].text, kMfbC1);
-    EXPECT_EQ(mfb.f.C2L[0].text, kMfbC2);
-    EXPECT_EQ(mfb.f.R1[0].text, mfb.f.sensR1);
-    EXPECT_EQ(mfb.f.R4[0].text, "old") << "an unmeasured field keeps its earlier text";
-    EXPECT_EQ(mfb.f.Text45.text.substr(0, 5), "A    ");
-    EXPECT_EQ(mfb.f.Text45.text.find(';'), std::string::npos);
-
-    Section real(true, false, true);
-    real.f.viewMode = 2;
-    qm::sensitivitiesAndTableLine(real.f, 1);
-    EXPECT_EQ(real.f.RealR.text, kRealPart);
-    EXPECT_EQ(real.f.RealC.text, kRealPart);
-    EXPECT_EQ(real.f.sensC2, "old") << "a real stage has no C2";
+    EXPECT_EQ(parts(), before);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
-// The shell around the design screen: the about window and its setting over
-// two starts, the version texts, and the help topics behind F1.
+// The shell around the design screen: the about window's setting over two
+// starts and the help topics behind F1. The about and notes texts are checked
+// by the whole-screen designs "start-up", "about-comma" and "notes*".
 #include "design/cycle.h"
 #include "files/ini_settings.h"
 #include "screen/about_window.h"
@@ -25,12 +26,10 @@ using qm::ActionKind;
 /// One start of the program on a settings store that outlives it.
 struct Start
 {
-    explicit Start(qm::SettingsStore& store, char separator = '.')
+    explicit Start(qm::SettingsStore& store)
     {
         platform.settings = &store;
-        qm::PlatformServices services = platform.services();
-        services.decimalSeparator = separator;
-        form = std::make_unique<qm::QuellmarkForm>(services);
+        form = std::make_unique<qm::QuellmarkForm>(platform.services());
         form->runGuarded([this] { qm::Form_Initialize(*form); });
     }
     void act(ActionKind kind, const std::string& control)
@@ -95,75 +94,6 @@ TEST(StoredSetting, DecidesTheWindowAtStart)
         qm::MemorySettings store;
         store.values["Quellmark/ShowAbout/Value"] = text;
         EXPECT_EQ(Start(store).aboutShown(), shows) << '"' << text << '"';
-    }
-}
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::size_t from = 0;
-    for (std::size_t at; (at = text.find("\r\n", from)) != std::string::npos; from = at + 2)
-        lines.push_back(text.substr(from, at - from));
-    EXPECT_EQ(from, text.size()) << "every line ends in CR LF";
-    return lines;
-}
-
-std::string trimmedLeft(const std::string& s)
-{
-    return s.substr(s.find_first_not_of(' '));
-}
-
-TEST(VersionText, TakesTheSeparatorInAboutAndNotes)
-{
-    std::vector<std::string> notes = {
-        "                                             Quellmark",
-        "                                         Version Notes",
-        "",
-        "                                            Version 1.03.0003",
-        "",
-        "Added features:",
-        "   1. High-pass filters can now be designed.",
-        "   2. Group delay is a new chart trace.",
-        "   3. 3 new filter types, Linear Phase 0.05 deg., Linear phase, 0.5 deg. and Gaussian "
-        "12dB are now available.",
-        "   4. Custom Q filter type allows designer to adjust the product of all Q to a different "
-        "value.",
-        "   5. Custom Fn and Q filter type allows the designer to enter any value desired and "
-        "watch the resulting response.",
-        "   6. Fully-differential filters can be designed.",
-        "   7. Gain scaling is customizable by clicking on the top or bottom legend values.",
-        "   8. When using the custom Fn and Q feature, double clicking on Fn or Q brings up a "
-        "multiple entry format window.",
-        "        This is useful for entering values from tables.",
-        "   9. Full save and load capability is available.",
-        " 10. Your design may be saved as the default design. ",
-    };
-    for (const auto& [separator, version] :
-         {std::pair{'.', "Version 1.03.0003"}, std::pair{',', "Version 1,03,0003"}}) {
-        qm::MemorySettings store;
-        Start s(store, separator);
-        const std::vector<std::string> about = linesOf(s.form->find("AboutQuellmark.Label1")->text);
-        ASSERT_GE(about.size(), 6u);
-        EXPECT_EQ(trimmedLeft(about[0]), "Halvorn Devices Quellmark");
-        EXPECT_EQ(trimmedLeft(about[1]), "FILTER DESIGN PROGRAM");
-        EXPECT_EQ(about[2], "");
-        EXPECT_EQ(trimmedLeft(about[3]), version);
-        EXPECT_EQ(about[4], "");
-        // Centred by leading blanks, in the width of the widest line.
-        std::size_t widest = 0;
-        for (const std::string& l : about)
-            widest = std::max(widest, l.size());
-        for (int k : {0, 1, 3}) {
-            const std::size_t blanks = about[k].size() - trimmedLeft(about[k]).size();
-            EXPECT_NEAR(static_cast<double>(blanks), static_cast<double>(widest - about[k].size()),
-                        2.0);
-        }
-        s.act(ActionKind::Click, "NewScreen");
-        ASSERT_EQ(s.platform.messages.size(), 1u);
-        EXPECT_EQ(s.platform.messages[0].title, "What's New?");
-        EXPECT_EQ(s.platform.messages[0].buttons, qm::MessageButtons::Ok);
-        notes[3] = std::string(44, ' ') + version;
-        EXPECT_EQ(linesOf(s.platform.messages[0].text), notes);
     }
 }
 
