@@ -27,6 +27,7 @@ struct Bench
     {
         qm::AmplifierRecord r;
         r[0] = "QX1";
+        r[2] = "comma, \"quote\"";
         r[9] = "80 k";
         store.add(r);
         windows = std::make_unique<qm::CatalogueWindows>(
