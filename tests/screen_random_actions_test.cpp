@@ -15,9 +15,11 @@
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "screen/user_actions.h"
+#include "support/reference_data.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -31,8 +33,8 @@ namespace {
 using qm::ActionKind;
 using qm::UserAction;
 
-/// An action as text, so that a sequence found by the generator can become a
-/// table row: "type NAME=TEXT", "enter NAME=TEXT", "select NAME=ITEM", "click NAME".
+/// An action as text, so that a sequence the generator found can become a line
+/// of random_actions_found.txt: "type NAME=TEXT", "select NAME=ITEM", "click NAME".
 UserAction parseAction(const std::string& line)
 {
     const auto space = line.find(' '), eq = line.find('=');
@@ -201,56 +203,31 @@ std::string runSequence(char decSep, const std::vector<std::string>& actions)
 {
     Screen s(decSep);
     std::string broken = brokenInvariant(s);
-    std::string steps;
+    std::string steps(1, decSep);
     for (const std::string& line : actions) {
-        steps += "\n  \"" + line + "\",";
+        steps += (steps.size() == 1 ? " " : " | ") + line;
         if (broken.empty()) broken = act(s, parseAction(line));
-        if (!broken.empty()) return broken + " after (separator '" + decSep + "'):" + steps;
+        if (!broken.empty()) return broken + " after:\n" + steps;
     }
     return {};
 }
 
-// --- Sequences found or filed, each a row of its own ---
-
-struct FoundSequence
-{
-    char decSep;
-    std::vector<std::string> actions;
-};
-
-const FoundSequence kFound[] = {
-    // entered capacitors whose resistors come out negative
-    {'.', {"enter C1Entry(0)=100u", "enter C1Entry(0)=1p"}},
-    // an entered C2 at a cutoff where C1 falls below 1 pF
-    {'.', {"enter Text34=200M", "enter C2Entry(0)=100u"}},
-    // Fn&Q rows copied from a failed recalculation
-    {'.', {"select TypeFilter=7", "click High", "enter QInput(1)=1_000", "click LowPass"}},
-    // a base family chosen after Custom Fn&Q with fewer poles
-    {'.',
-     {"enter Text18=2", "select TypeFilter=7", "click High", "select TypeFilter=5",
-      "enter Text18=4"}},
-    // a response frequency too large for 32 bits, then high-pass
-    {'.', {"type RespF=1e308", "click High"}},
-    // an unreadable response frequency, then high-pass
-    {',',
-     {"type RespF=47,22Hz", "click High", "type RespF=1 000", "click LowPass", "type RespF=1-",
-      "click High"}},
-    // a huge Q, then fully differential
-    {'.', {"select TypeFilter=7", "type QInput(1)=1e308", "click FDAcircuit"}},
-    // an unreadable Q, then high-pass
-    {'.', {"select TypeFilter=7", "type QInput(1)=1e.5", "click High"}},
-    // a Q of 2e8 in Sallen-Key
-    {'.', {"select TypeFilter=7", "type QInput(1)=2e8", "click SallenKey"}},
-    // an Fn typed with the other separator
-    {',', {"select TypeFilter=7", "type FnInput(0)= 971.11\xC2\xB5"}},
-    // an entered C2 at 200 MHz, then high-pass
-    {'.', {"enter Text34=200M", "enter C2Entry(0)=100u", "click High"}},
-};
-
+// Each sequence the generator once found breaking the screen, kept as data.
 TEST(RandomActions, EveryFoundSequenceEndsInAReadableDesign)
 {
-    for (const FoundSequence& found : kFound)
-        EXPECT_EQ(runSequence(found.decSep, found.actions), "");
+    int found = 0;
+    for (const std::string& line :
+         qm::test::readLines(qm::test::dataPath("random_actions_found.txt"))) {
+        if (line.size() < 3 || line[0] == '#') continue;
+        std::vector<std::string> actions;
+        for (std::size_t at = 2, bar; at <= line.size(); at = bar + 3) {
+            bar = std::min(line.find(" | ", at), line.size());
+            actions.push_back(line.substr(at, bar - at));
+        }
+        EXPECT_EQ(runSequence(line[0], actions), "");
+        ++found;
+    }
+    EXPECT_GE(found, 11) << "tests/data/random_actions_found.txt not found or cut short";
 }
 
 // --- The generator of plausible sequences ---
