@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -38,9 +39,10 @@ std::vector<std::string> names(const qm::AmplifierStore& s)
 struct TempFolder
 {
     const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    fs::path dir = fs::temp_directory_path() /
-                   ("qm_store_" + std::to_string(std::hash<std::string>{}(
-                                      std::string(test->test_suite_name()) + test->name())));
+    fs::path dir =
+        fs::temp_directory_path() / ("qm_store_" + std::to_string(::getpid()) + "_" +
+                                     std::to_string(std::hash<std::string>{}(
+                                         std::string(test->test_suite_name()) + test->name())));
     TempFolder()
     {
         fs::remove_all(dir); // what a crashed run left
