@@ -1,4 +1,4 @@
-// Section response, group-delay quotients and the chart's legends.
+// Section response, group-delay quotients and the delay legend.
 #include "chart/chart_legends.h"
 #include "chart/group_delay.h"
 #include "chart/response.h"
@@ -126,81 +126,6 @@ TEST(GroupDelay, ScaleFromTheLargestValue)
     }
 }
 
-// --- Legends ------------------------------------------------------------------
-
-struct ChartForm
-{
-    qm::RecordingPlatform p;
-    qm::QuellmarkForm f{p.services()};
-};
-
-template <class Labels> std::string joined(const Labels& labels, std::size_t count)
-{
-    std::string legend = labels[0].text;
-    for (std::size_t k = 1; k < count; ++k)
-        legend += "|" + labels[k].text;
-    return legend;
-}
-
-TEST(GainLegend, DefaultScaleFollowsThePassbandGain)
-{
-    const struct
-    {
-        float totalGainDB;
-        qm::i16 gainOverTop;
-        const char* limits; // Ampl(0) and Ampl(8)
-    } cases[] = {
-        {6.0206f, 0, "10dB -70dB"},
-        {20.0f, 0, "30dB -50dB"},
-        {-6.0206f, 0, "0dB -80dB"},
-        {0.0f, -1, "20dB -60dB"}, // peak at or over +10 dB
-    };
-    for (const auto& c : cases) {
-        ChartForm cf;
-        cf.f.totalGainDB = c.totalGainDB;
-        cf.f.gainOverTop = c.gainOverTop;
-        qm::defaultGainLegend(cf.f);
-        EXPECT_EQ(cf.f.Ampl[0].text + " " + cf.f.Ampl[8].text, c.limits) << c.totalGainDB;
-    }
-}
-
-TEST(GainLegend, CustomEntriesForTheWholeScale)
-{
-    const struct
-    {
-        const char *top, *bottom, *legend; // Ampl(0) to Ampl(8)
-    } cases[] = {
-        {"5", "-35", "5.0dB|0dB|-5.0dB|-10dB|-15dB|-20dB|-25dB|-30dB|-35dB"},
-        {"2", "-2", "2.0dB|1.5dB|1.0dB|.50dB|0dB|-.5dB|-1.0dB|-1.5dB|-2.0dB"},
-    };
-    for (const auto& c : cases) {
-        ChartForm cf;
-        cf.f.TopAmp.visible = true;
-        cf.f.TopAmp.text = c.top;
-        cf.f.BotAmp.text = c.bottom;
-        qm::customGainLegend(cf.f);
-        EXPECT_EQ(joined(cf.f.Ampl, 9), c.legend) << c.top;
-    }
-    EXPECT_EQ(qm::customLegendText(0.5, ','), ",50");
-}
-
-TEST(PhaseLegend, ARealPoleOfADifferentialCircuitCountsAsAnInversion)
-{
-    const struct
-    {
-        qm::i16 n;
-        const char* legend; // Ampl(9) and Ampl(17)
-    } cases[] = {{3, "-630° 90°"}, {5, "-810° -90°"}};
-    for (const auto& c : cases) {
-        ChartForm cf;
-        cf.f.n = c.n;
-        cf.f.FDAcircuit.value = qm::kChecked;
-        cf.f.realPoleCount = 1;
-        qm::phaseLegend(cf.f);
-        EXPECT_EQ(cf.f.Ampl[9].text + " " + cf.f.Ampl[17].text, c.legend) << c.n;
-    }
-}
-
 TEST(DelayLegend, FourTenthsOverTheScaleDownToZeroInTwoDigits)
 {
     const struct
@@ -212,10 +137,14 @@ TEST(DelayLegend, FourTenthsOverTheScaleDownToZeroInTwoDigits)
         {1000000000, "400 ps|350 ps|300 ps|250 ps|200 ps|150 ps|100 ps|50 ps|0"},
     };
     for (const auto& c : cases) {
-        ChartForm cf;
-        cf.f.gdScale = c.gdScale;
-        qm::delayLegend(cf.f);
-        EXPECT_EQ(joined(cf.f.GroupDelay, 9), c.legend) << c.gdScale;
+        qm::RecordingPlatform p;
+        qm::QuellmarkForm f(p.services());
+        f.gdScale = c.gdScale;
+        qm::delayLegend(f);
+        std::string legend = f.GroupDelay[0].text;
+        for (std::size_t k = 1; k < 9; ++k)
+            legend += "|" + f.GroupDelay[k].text;
+        EXPECT_EQ(legend, c.legend) << c.gdScale;
     }
 }
 
