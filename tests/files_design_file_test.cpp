@@ -8,6 +8,7 @@
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "support/files_fixture.h"
+#include "support/reference_data.h"
 
 #include <gtest/gtest.h>
 
@@ -34,19 +35,8 @@ std::vector<std::string> linesOf(const std::string& text)
 
 TEST(DesignFileText, BuiltInDesignReadsAsTheProgramHasAlwaysWrittenIt)
 {
-    Screen s;
-    const std::string text = qm::designFileText(*s.f);
-    const std::vector<std::string> lines = linesOf(text);
-    ASSERT_EQ(lines.size(), 22u);
-    EXPECT_EQ(text.size(), text.find_last_of('\n') + 1) << "every line ends with CR LF";
-    const std::vector<std::string> first = {R"("lpf",3,1000,10000,10000,0)",
-                                            R"("0")",
-                                            R"("Butterworth")",
-                                            R"("0")",
-                                            "0,4",
-                                            "0",
-                                            "#TRUE#"};
-    EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + 7), first);
+    EXPECT_EQ(qm::designFileText(*Screen().f),
+              qm::test::readFile(qm::test::dataPath("design_files/built_in.qmf")));
 }
 
 TEST(DesignFileText, NumbersTakeAPointUnderADecimalComma)
