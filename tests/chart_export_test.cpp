@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -21,28 +22,23 @@ using qm::test::TempFolder;
 using Records = std::vector<std::vector<std::string>>;
 using Screen = qm::test::FileScreen;
 
-/// The records of a chart-data text, fields without their quotes. A line that
-/// breaks the format (a missing quote, a line end other than CR LF) fails.
+/// The records of a chart-data text, fields without their quotes. A line
+/// not quoted field by field and ended by CR LF fails.
 Records records(const std::string& text)
 {
     Records out;
-    for (std::size_t at = 0, end; at < text.size(); at = end + 2) {
-        end = text.find("\r\n", at);
-        if (end == std::string::npos) {
-            ADD_FAILURE() << "line " << out.size() << " ends without CR LF";
-            break;
-        }
+    std::size_t at = 0;
+    for (std::size_t end; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2) {
         const std::string line = text.substr(at, end - at);
-        EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+        EXPECT_TRUE(line.size() > 1 && line.front() == '"' && line.back() == '"') << line;
         out.emplace_back();
-        for (std::size_t p = 0, close; p < line.size(); p = close + 2) {
-            close = line.find('"', p + 1);
-            EXPECT_EQ(line[p], '"') << line;
-            if (close == std::string::npos) break;
-            EXPECT_TRUE(close + 1 == line.size() || line[close + 1] == ',') << line;
-            out.back().push_back(line.substr(p + 1, close - p - 1));
+        for (std::size_t p = 1, close; p < line.size(); p = close + 3) {
+            close = line.find("\",\"", p);
+            if (close == std::string::npos) close = line.size() - 1;
+            out.back().push_back(line.substr(p, close - p));
         }
     }
+    EXPECT_EQ(at, text.size()) << "the last line ends without CR LF";
     return out;
 }
 
@@ -161,21 +157,11 @@ TEST(SaveChartData, DialogAndOverwriteQuestion)
         if (c.exists) qm::test::writeFile(path, before);
         Screen s;
         s.click("SaveChartData", path, c.answer);
-        ASSERT_EQ(s.p.dialogs.size(), 1u);
-        const qm::FileDialogRequest& d = s.p.dialogs[0].request;
-        EXPECT_EQ(s.p.dialogs[0].kind, qm::FileDialogKind::Save);
-        EXPECT_EQ(d.title, "Save Chart Data");
-        EXPECT_EQ(d.filter, "Comma Separated Value (*.csv)|*.*");
-        EXPECT_EQ(d.defaultExt, "csv");
-        EXPECT_EQ(d.fileName, "");
         ASSERT_EQ(s.p.messages.size(), c.asked ? 1u : 0u);
-        if (c.asked) {
-            const qm::RecordedMessage& m = s.p.messages[0];
-            EXPECT_EQ(m.text, "File already exists. Do you want to overwrite it?");
-            EXPECT_EQ(m.title, "title");
-            EXPECT_EQ(m.buttons, qm::MessageButtons::YesNo);
-            EXPECT_EQ(m.icon, qm::MessageIcon::Exclamation);
-        }
+        for (const qm::RecordedMessage& m : s.p.messages)
+            EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
+                      std::tuple("File already exists. Do you want to overwrite it?", "title",
+                                 qm::MessageButtons::YesNo, qm::MessageIcon::Exclamation));
         EXPECT_EQ(*c.name && readFile(path).size() > before.size(), c.written);
         EXPECT_EQ(readFile(path) == before, c.exists && !c.written);
         EXPECT_EQ(filesIn(dir), *c.name ? 1u : 0u); // nothing half written beside it
@@ -191,7 +177,11 @@ TEST(SaveChartData, OpensWithTheLastNameAndReportsAFileThatCantBeWritten)
     s.click("SaveChartData", dir.file("first.csv"));
     s.click("SaveChartData", "");
     ASSERT_EQ(s.p.dialogs.size(), 3u);
-    EXPECT_EQ(s.p.dialogs[1].request.fileName, "design.qmf");
+    const qm::FileDialogRequest& d = s.p.dialogs[0].request;
+    EXPECT_EQ(std::tuple(s.p.dialogs[0].kind, d.title, d.filter, d.defaultExt, d.fileName),
+              std::tuple(qm::FileDialogKind::Save, "Save Chart Data",
+                         "Comma Separated Value (*.csv)|*.*", "csv", "design.qmf"));
+    EXPECT_EQ(s.p.dialogs[1].request.fileName, "design.qmf") << "a cancel keeps the name";
     EXPECT_EQ(s.p.dialogs[2].request.fileName, dir.file("first.csv"));
 
     std::filesystem::create_directories(dir.path() / "folder.csv");
