@@ -46,49 +46,22 @@ TEST(Response, AtTheNaturalFrequencyPhaseIsExactlyMinus90)
     }
 }
 
-TEST(Response, MatchesTheTransferFunctionAndTheLimiter)
+TEST(Response, RealPoleTheLimiterAndAnImpossiblePair)
 {
     const struct
     {
         float b0, b1, f;
-        double gain, phase; // NAN: from the transfer function in double
+        double gain, phase;
     } cases[] = {
-        {f32(39478417.6), f32(8885.76588), 100.0f, NAN, NAN},    // Butterworth pair at 1 kHz
-        {f32(39478417.6), f32(628.318531), 950.0f, NAN, NAN},    // Q = 10, near the peak
-        {f32(6283.18531), 0.0f, 40000.0f, -32.0439, -88.5679},   // real pole, far above
         {f32(2 * qm::Pi * 1000), 0.0f, 1000.0f, -3.0103, -45.0}, // real pole at its frequency
         {1.0f, 1.4142135f, 3e38f, -360.0, -180.0},               // the limiter
         {-4.0f, 1.0f, 1000.0f, 0.0, 0.0}, // an impossible pair is flat, no failure
     };
     for (const auto& c : cases) {
-        const double w = 2 * qm::Pi * d64(c.f);
-        double gain = c.gain, phase = c.phase;
-        if (std::isnan(gain)) {
-            const double re = d64(c.b0) - w * w, im = d64(c.b1) * w;
-            gain = 20 * std::log10(d64(c.b0) / std::hypot(re, im));
-            phase = -std::atan2(im, re) * 180 / qm::Pi;
-        }
         const auto [mag, ph] = respond(c.b0, c.b1, c.f);
-        EXPECT_NEAR(mag, gain, std::fabs(gain) > 300 ? 1e-2 : 1e-4) << c.b0 << " at " << c.f;
-        EXPECT_NEAR(ph, phase, 1e-3) << c.b0 << " at " << c.f;
+        EXPECT_NEAR(mag, c.gain, std::fabs(c.gain) > 300 ? 1e-2 : 1e-4) << c.b0 << " at " << c.f;
+        EXPECT_NEAR(ph, c.phase, 1e-3) << c.b0 << " at " << c.f;
     }
-}
-
-// --- Group delay --------------------------------------------------------------
-
-TEST(GroupDelay, ThreeQuotientsOfOnePhaseStep)
-{
-    qm::SweepFloats freqs{}, phases{};
-    freqs[10] = 1000.0f;
-    freqs[11] = 1010.0f;
-    phases[10] = -20.0f;
-    phases[11] = -30.0f;
-    const double twoPi = 2 * qm::Pi;
-    EXPECT_NEAR_REL(qm::chartDelay(freqs, phases, 10), -(10 / twoPi) / 10 / twoPi, 1e-12);
-    // The scale quotient divides by fc²/F(i+1) - F(i), here 2000²/1010 - 1000.
-    EXPECT_NEAR_REL(qm::scaleDelay(freqs, phases, 2000.0f, 10),
-                    (10 / twoPi) / (4e6 / 1010 - 1000) / twoPi, 1e-12);
-    EXPECT_NEAR_REL(qm::exportDelay(freqs, phases, 11), 1.0, 1e-12);
 }
 
 TEST(GroupDelay, ScaleFromTheLargestValue)
