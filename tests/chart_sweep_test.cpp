@@ -67,35 +67,22 @@ const Design kDesigns[] = {
     {"High-pass 3", 5000.0f, {pair(5000, 1.0), {kTwoPi * 5000, 0}}, true},
 };
 
-struct ChartForm
+/// The chart pass over `d`'s sections, as the cycle runs it.
+void drawChart(qm::QuellmarkForm& f, const Design& d)
 {
-    qm::RecordingPlatform p;
-    qm::QuellmarkForm f{p.services()};
-    double w = 3535, h = 3252;
-
-    explicit ChartForm(const Design& d)
-    {
-        f.fc = d.fc;
-        f.sectionRows = static_cast<qm::i16>(d.sections.size());
-        for (std::size_t j = 0; j < d.sections.size(); ++j) {
-            f.b0[j + 1] = f32(d.sections[j].b0);
-            f.b1[j + 1] = f32(d.sections[j].b1);
-        }
-        f.realPoleCount = d.sections.back().b1 == 0 ? 1 : 0;
-        f.n = static_cast<qm::i16>(2 * d.sections.size() - std::size_t(f.realPoleCount));
-        f.SallenKey.value = qm::kSelected;
-        f.InvCalc.value = d.highPass ? 1 : 0;
-        qm::chartGridAndSweep(f);
-        qm::chartAxesAndTraces(f);
+    f.fc = d.fc;
+    f.sectionRows = static_cast<qm::i16>(d.sections.size());
+    for (std::size_t j = 0; j < d.sections.size(); ++j) {
+        f.b0[j + 1] = f32(d.sections[j].b0);
+        f.b1[j + 1] = f32(d.sections[j].b1);
     }
-    std::vector<qm::RecordedLine> lines(qm::Color c) const
-    {
-        std::vector<qm::RecordedLine> out;
-        for (const qm::RecordedLine& l : p.graph.lines)
-            if (l.color == c) out.push_back(l);
-        return out;
-    }
-};
+    f.realPoleCount = d.sections.back().b1 == 0 ? 1 : 0;
+    f.n = static_cast<qm::i16>(2 * d.sections.size() - std::size_t(f.realPoleCount));
+    f.SallenKey.value = qm::kSelected;
+    f.InvCalc.value = d.highPass ? 1 : 0;
+    qm::chartGridAndSweep(f);
+    qm::chartAxesAndTraces(f);
+}
 
 TEST(Sweep, StartsJustUnderAPowerOfTen)
 {
@@ -113,28 +100,33 @@ TEST(Sweep, StartsJustUnderAPowerOfTen)
 TEST(Traces, ChosenSegmentsOnTheDefaultScale)
 {
     for (const Design& d : kDesigns) {
-        const ChartForm c(d);
-        const std::vector<qm::RecordedLine> gain = c.lines(kGain);
-        const std::vector<qm::RecordedLine> phase = c.lines(kPhase);
-        ASSERT_EQ(c.f.Ampl[0].text, "10dB"); // 0 dB in the passband
+        qm::RecordingPlatform p;
+        qm::QuellmarkForm f(p.services());
+        drawChart(f, d);
+        std::vector<qm::RecordedLine> gain, phase;
+        for (const qm::RecordedLine& l : p.graph.lines)
+            if (l.color == kGain || l.color == kPhase)
+                (l.color == kGain ? gain : phase).push_back(l);
+        const double w = 3535, h = 3252;
+        ASSERT_EQ(f.Ampl[0].text, "10dB"); // 0 dB in the passband
         ASSERT_EQ(phase.size(), 565u) << d.name;
         const double base = d.highPass ? 540 : 0;
         for (int i : {0, 150, 420, 564}) {
             SCOPED_TRACE(::testing::Message() << d.name << " " << i);
-            const double hz = d64(c.f.sweepFreqs[static_cast<std::size_t>(i + 1)]);
-            const double next = d64(c.f.sweepFreqs[static_cast<std::size_t>(i + 2)]);
-            const double x1 = c.w * i / 570;
+            const double hz = d64(f.sweepFreqs[static_cast<std::size_t>(i + 1)]);
+            const double next = d64(f.sweepFreqs[static_cast<std::size_t>(i + 2)]);
+            const double x1 = w * i / 570;
             // Segments ending below the bottom edge are left out.
             bool found = false;
             for (const qm::RecordedLine& l : gain)
                 if (std::fabs(d64(l.x1) - x1) < 1e-3) {
-                    EXPECT_NEAR(l.y1, c.h / 8 - d.gain(hz) * c.h / 80, 0.1);
-                    EXPECT_NEAR(l.x2, c.w * (i + 1) / 570, 1e-3);
+                    EXPECT_NEAR(l.y1, h / 8 - d.gain(hz) * h / 80, 0.1);
+                    EXPECT_NEAR(l.x2, w * (i + 1) / 570, 1e-3);
                     found = true;
                 }
-            EXPECT_EQ(found, c.h / 8 - d.gain(next) * c.h / 80 <= c.h);
+            EXPECT_EQ(found, h / 8 - d.gain(next) * h / 80 <= h);
             const qm::RecordedLine& ph = phase[static_cast<std::size_t>(i)];
-            EXPECT_NEAR(ph.y1, c.h - (d.phase(hz) + 630 - base) * c.h / 720, 0.05);
+            EXPECT_NEAR(ph.y1, h - (d.phase(hz) + 630 - base) * h / 720, 0.05);
             EXPECT_NEAR(ph.x1, x1, 1e-3);
         }
     }
