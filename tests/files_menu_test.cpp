@@ -130,51 +130,32 @@ TEST(FileMenu, SaveGoesToTheFileSavedNotTheFileOpenedAndNewKeepsBoth)
 
 // --- The default design ------------------------------------------------------
 
-enum class Default { None, Valid, Damaged };
-
-struct StartUp
+TEST(DefaultDesign, ComesUpSilently)
 {
-    const char* name;
-    Default user, site;
-    const char* poles; ///< of the design that comes up
-    bool loaded;
-};
-
-using DefaultDesign = ::testing::TestWithParam<StartUp>;
-
-TEST_P(DefaultDesign, ComesUpSilently)
-{
-    const StartUp& c = GetParam();
-    TempFolder dir;
-    const std::string user = dir.file("config/QMdef.qmf");
-    const std::string site = dir.file("QMdef.qmf");
-    fs::create_directories(dir.path() / "config");
-    const auto place = [](const std::string& path, Default d, const char* poles) {
-        if (d != Default::None)
-            writeFile(path,
-                      designOf(poles).substr(0, d == Default::Damaged ? 40 : std::string::npos));
-    };
-    place(user, c.user, "5");
-    place(site, c.site, "7");
-    Screen s(user, site);
-    EXPECT_TRUE(s.p.messages.empty());
-    EXPECT_EQ(s.text("Text18"), c.poles);
-    EXPECT_EQ(s.f->designLoaded, c.loaded ? -1 : 0);
-    EXPECT_EQ(s.text("Form"), kTitle);
-    EXPECT_FALSE(s.p.busy);
+    // The user's and the site's file: - absent, v valid, d damaged.
+    const struct
+    {
+        char user, site;
+        const char* poles; ///< of the design that comes up
+    } cases[] = {{'-', '-', "3"}, {'v', '-', "5"}, {'d', '-', "3"}, {'-', 'v', "7"},
+                 {'v', 'v', "5"}, {'d', 'v', "3"}, {'-', 'd', "3"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE((std::string{c.user, c.site}));
+        TempFolder dir;
+        const std::string user = dir.file("config/QMdef.qmf"), site = dir.file("QMdef.qmf");
+        fs::create_directories(dir.path() / "config");
+        for (const auto& [path, kind, poles] :
+             {std::tuple(user, c.user, "5"), std::tuple(site, c.site, "7")})
+            if (kind != '-')
+                writeFile(path, designOf(poles).substr(0, kind == 'd' ? 40 : std::string::npos));
+        Screen s(user, site);
+        EXPECT_TRUE(s.p.messages.empty());
+        EXPECT_EQ(s.text("Text18"), c.poles);
+        EXPECT_EQ(s.f->designLoaded, std::string(c.poles) == "3" ? 0 : -1) << "loaded";
+        EXPECT_EQ(s.text("Form"), kTitle);
+        EXPECT_FALSE(s.p.busy);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    StartUp, DefaultDesign,
-    ::testing::Values(StartUp{"NoneAnywhere", Default::None, Default::None, "3", false},
-                      StartUp{"UsersOwn", Default::Valid, Default::None, "5", true},
-                      StartUp{"UsersDamaged", Default::Damaged, Default::None, "3", false},
-                      StartUp{"SitesWhenUsersAbsent", Default::None, Default::Valid, "7", true},
-                      StartUp{"UsersBeforeSites", Default::Valid, Default::Valid, "5", true},
-                      StartUp{"UsersDamagedSiteUnread", Default::Damaged, Default::Valid, "3",
-                              false},
-                      StartUp{"SitesDamaged", Default::None, Default::Damaged, "3", false}),
-    nameOf<StartUp>);
 
 TEST(DefaultDesign, SaveAsDefaultAsksWritesOnlyTheUsersFileAndTakesLaterSaves)
 {
