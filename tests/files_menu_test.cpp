@@ -23,7 +23,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using qm::test::nameOf;
 using qm::test::readFile;
 using qm::test::TempFolder;
 using qm::test::writeFile;
@@ -64,41 +63,34 @@ TEST(FileMenu, DialogsAskWithTheirTitlesFiltersSuffixAndLastName)
     EXPECT_EQ(s.p.dialogs[4].request.fileName, dir.file("a.qmf")) << "a cancel keeps the name";
 }
 
-struct Overwrite
+TEST(FileMenu, SaveAsAsksBeforeItReplacesAFile)
 {
-    const char* name;
-    bool exists;
-    qm::MessageAnswer answer;
-    bool written;
-};
-
-using SaveAs = ::testing::TestWithParam<Overwrite>;
-
-TEST_P(SaveAs, AsksBeforeItReplacesAFile)
-{
-    const Overwrite& c = GetParam();
-    TempFolder dir;
-    const std::string path = dir.file("d.qmf");
-    if (c.exists) writeFile(path, "old");
-    Screen s;
-    s.type("Text18", "6");
-    s.click("mnuFileSaveAs", path, c.answer);
-    ASSERT_EQ(s.p.messages.size(), c.exists ? 1u : 0u);
-    for (const qm::RecordedMessage& m : s.p.messages)
-        EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
-                  std::tuple("File already exists. Do you want to overwrite it?", "title",
-                             qm::MessageButtons::YesNo, qm::MessageIcon::Exclamation));
-    EXPECT_EQ(readFile(path) == qm::designFileText(*s.f), c.written);
-    EXPECT_EQ(s.f->currentFile, c.written ? path : "");
-    EXPECT_EQ(s.text("Form"), c.written ? kTitle + " - d.qmf" : kTitle);
+    const struct
+    {
+        bool exists;
+        qm::MessageAnswer answer;
+        bool written;
+    } cases[] = {{false, qm::MessageAnswer::No, true},
+                 {true, qm::MessageAnswer::Yes, true},
+                 {true, qm::MessageAnswer::No, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.written);
+        TempFolder dir;
+        const std::string path = dir.file("d.qmf");
+        if (c.exists) writeFile(path, "old");
+        Screen s;
+        s.type("Text18", "6");
+        s.click("mnuFileSaveAs", path, c.answer);
+        ASSERT_EQ(s.p.messages.size(), c.exists ? 1u : 0u);
+        for (const qm::RecordedMessage& m : s.p.messages)
+            EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
+                      std::tuple("File already exists. Do you want to overwrite it?", "title",
+                                 qm::MessageButtons::YesNo, qm::MessageIcon::Exclamation));
+        EXPECT_EQ(readFile(path) == qm::designFileText(*s.f), c.written);
+        EXPECT_EQ(s.f->currentFile, c.written ? path : "");
+        EXPECT_EQ(s.text("Form"), c.written ? kTitle + " - d.qmf" : kTitle);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    FileMenu, SaveAs,
-    ::testing::Values(Overwrite{"New", false, qm::MessageAnswer::No, true},
-                      Overwrite{"ExistsYes", true, qm::MessageAnswer::Yes, true},
-                      Overwrite{"ExistsNo", true, qm::MessageAnswer::No, false}),
-    nameOf<Overwrite>);
 
 TEST(FileMenu, SaveGoesToTheFileSavedNotTheFileOpenedAndNewKeepsBoth)
 {
