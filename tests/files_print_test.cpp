@@ -55,46 +55,39 @@ struct PrintScreen
     std::vector<PageView> pages;
 };
 
-struct PrintCase
+TEST(Print, OneDressedLandscapePagePerCopyThenTheFormPutBack)
 {
-    const char* name;
-    int copies;     ///< the dialog's answer; 0 is Cancel
-    int failAtPage; ///< 0: the printer doesn't fail
-    std::size_t pagesSeen;
-    int recalculations;    ///< Cancel comes before the dressed form's, a failure after it
-    qm::Color innerFrames; ///< white, unless the form was recalculated undressed
-};
-
-using Print = ::testing::TestWithParam<PrintCase>;
-
-TEST_P(Print, OneDressedLandscapePagePerCopyThenTheFormPutBack)
-{
-    const PrintCase& c = GetParam();
-    PrintScreen s;
-    s.platform.failAtPage = c.failAtPage;
-    EXPECT_EQ(s.print(c.copies), c.recalculations);
-    ASSERT_EQ(s.pages.size(), c.pagesSeen);
-    if (c.failAtPage == 0) {
-        EXPECT_EQ(s.platform.pageOrientations, std::vector<int>(c.pagesSeen, qm::kLandscape));
+    const struct
+    {
+        int copies;     ///< the dialog's answer; 0 is Cancel
+        int failAtPage; ///< 0: the printer doesn't fail
+        std::size_t pagesSeen;
+        int recalculations;    ///< Cancel comes before the dressed form's, a failure after it
+        qm::Color innerFrames; ///< white, unless the form was recalculated undressed
+    } cases[] = {{1, 0, 1, 2, qm::kFormColor},
+                 {3, 0, 3, 2, qm::kFormColor},
+                 {0, 0, 0, 0, qm::kWhite},
+                 {3, 2, 1, 1, qm::kFormColor}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::Message() << c.copies << " copies, failing at " << c.failAtPage);
+        PrintScreen s;
+        s.platform.failAtPage = c.failAtPage;
+        EXPECT_EQ(s.print(c.copies), c.recalculations);
+        ASSERT_EQ(s.pages.size(), c.pagesSeen);
+        if (c.failAtPage == 0) {
+            EXPECT_EQ(s.platform.pageOrientations, std::vector<int>(c.pagesSeen, qm::kLandscape));
+        }
+        EXPECT_EQ(s.platform.documentsEnded, 1);
+        for (const PageView& p : s.pages)
+            EXPECT_EQ(p, PageView(qm::kWhite, qm::kTallFormHeight, 0, false, true));
+        const qm::QuellmarkForm& f = s.form;
+        EXPECT_EQ(std::tuple(f.Form.backColor, f.Form.height, f.Form.top, f.Graph.visible,
+                             f.Frame5.backColor, f.Frame1.backColor),
+                  std::tuple(qm::kFormColor, qm::kNormalFormHeight, 1234, true, qm::kFormColor,
+                             c.innerFrames));
+        EXPECT_TRUE(s.platform.messages.empty());
     }
-    EXPECT_EQ(s.platform.documentsEnded, 1);
-    for (const PageView& p : s.pages)
-        EXPECT_EQ(p, PageView(qm::kWhite, qm::kTallFormHeight, 0, false, true));
-    const qm::QuellmarkForm& f = s.form;
-    EXPECT_EQ(std::tuple(f.Form.backColor, f.Form.height, f.Form.top, f.Graph.visible,
-                         f.Frame5.backColor, f.Frame1.backColor),
-              std::tuple(qm::kFormColor, qm::kNormalFormHeight, 1234, true, qm::kFormColor,
-                         c.innerFrames));
-    EXPECT_TRUE(s.platform.messages.empty());
 }
-
-INSTANTIATE_TEST_SUITE_P(Copies, Print,
-                         ::testing::Values(PrintCase{"One", 1, 0, 1, 2, qm::kFormColor},
-                                           PrintCase{"Three", 3, 0, 3, 2, qm::kFormColor},
-                                           PrintCase{"Cancel", 0, 0, 0, 0, qm::kWhite},
-                                           PrintCase{"PrinterStopsAtPage2", 3, 2, 1, 1,
-                                                     qm::kFormColor}),
-                         qm::test::nameOf<PrintCase>);
 
 TEST(Print, AHeldRecalculationStaysHeld)
 {
