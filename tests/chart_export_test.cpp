@@ -2,52 +2,43 @@
 // program, and the menu entry that writes it, dialog and question included.
 #include "chart/chart_export.h"
 #include "chart/chart_pass.h"
-#include "design/cycle.h"
 #include "numbers/float_store.h"
-#include "screen/quellmark_form.h"
-#include "screen/recording_platform.h"
-#include "screen/user_actions.h"
 #include "support/compare.h"
+#include "support/files_fixture.h"
+#include "support/reference_data.h"
 
-#include <cmath>
-#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
-#include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
 
-namespace fs = std::filesystem;
 using qm::d64;
 using qm::f32;
+using qm::test::readFile;
+using qm::test::TempFolder;
 using Records = std::vector<std::vector<std::string>>;
+using Screen = qm::test::FileScreen;
 
-/// The records of a chart-data text, fields without their quotes. A line that
-/// breaks the format (a missing quote, a line end other than CR LF) fails.
+/// The records of a chart-data text, fields without their quotes. A line
+/// not quoted field by field and ended by CR LF fails.
 Records records(const std::string& text)
 {
     Records out;
-    for (std::size_t at = 0, end; at < text.size(); at = end + 2) {
-        end = text.find("\r\n", at);
-        if (end == std::string::npos) {
-            ADD_FAILURE() << "line " << out.size() << " ends without CR LF";
-            break;
-        }
+    std::size_t at = 0;
+    for (std::size_t end; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2) {
         const std::string line = text.substr(at, end - at);
-        EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+        EXPECT_TRUE(line.size() > 1 && line.front() == '"' && line.back() == '"') << line;
         out.emplace_back();
-        for (std::size_t p = 0, close; p < line.size(); p = close + 2) {
-            close = line.find('"', p + 1);
-            EXPECT_EQ(line[p], '"') << line;
-            if (close == std::string::npos) break;
-            EXPECT_TRUE(close + 1 == line.size() || line[close + 1] == ',') << line;
-            out.back().push_back(line.substr(p + 1, close - p - 1));
+        for (std::size_t p = 1, close; p < line.size(); p = close + 3) {
+            close = line.find("\",\"", p);
+            if (close == std::string::npos) close = line.size() - 1;
+            out.back().push_back(line.substr(p, close - p));
         }
     }
+    EXPECT_EQ(at, text.size()) << "the last line ends without CR LF";
     return out;
 }
 
@@ -70,19 +61,9 @@ int significantDigits(const std::string& field)
     return digits;
 }
 
-std::string readAll(const fs::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
 TEST(ChartExport, MatchesTheTransferFunctionComputedApart)
 {
-    const char* dir = std::getenv("QUELLMARK_TEST_DATA");
-    ASSERT_NE(dir, nullptr);
-    const auto expected = records(readAll(fs::path(dir) / "chart_export_butterworth3.csv"));
+    const auto expected = records(readFile(qm::test::dataPath("chart_export_butterworth3.csv")));
     ASSERT_EQ(expected.size(), 571u);
     // A pair with Q = 1 and a real pole, both at 1 kHz.
     qm::RecordingPlatform p;
@@ -112,71 +93,33 @@ TEST(ChartExport, MatchesTheTransferFunctionComputedApart)
     }
 }
 
-/// The design screen after start-up, and a folder of its own for files.
-struct Screen
-{
-    qm::RecordingPlatform p;
-    qm::QuellmarkForm f{p.services()};
-    fs::path dir = fs::temp_directory_path() /
-                   ("qm_chart_export_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
-
-    Screen()
-    {
-        qm::Form_Initialize(f);
-        fs::remove_all(dir);
-        fs::create_directories(dir);
-    }
-    ~Screen() { fs::remove_all(dir); }
-
-    /// The menu entry, its dialog answered by `name` in the folder (empty:
-    /// Cancel) and the question, if it comes, by `answer`.
-    void save(const std::string& name, qm::MessageAnswer answer = qm::MessageAnswer::Yes)
-    {
-        p.fileAnswers.push_back(name.empty() ? "" : (dir / name).string());
-        p.answers.push_back(answer);
-        qm::applyAction(f, {qm::ActionKind::Click, "SaveChartData", ""});
-        p.answers.clear();
-    }
-    std::size_t filesInDir() const
-    {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(dir), {}));
-    }
-};
-
-TEST(SaveChartData, RightAfterStartUpTheFirstSlopeRunsTowardsPointZero)
+TEST(ChartExport, FirstSlopeRunsTowardsPointZeroAndHighPassPhaseFallsAboveZero)
 {
     Screen s;
-    s.save("start.csv");
-    const auto r = records(readAll(s.dir / "start.csv"));
+    const auto r = records(qm::chartDataText(*s.f));
     ASSERT_EQ(r.size(), 571u);
     // Point 0 lies one step below point 1; record 1's slope runs towards it.
-    const double f1 = d64(s.f.sweepFreqs[1]), f2 = d64(s.f.sweepFreqs[2]);
-    EXPECT_EQ(s.f.sweepFreqs[0], f32(f1 * f1 / f2));
-    const double p1 = d64(s.f.sweepPhaseDeg[1]), p2 = d64(s.f.sweepPhaseDeg[2]);
-    EXPECT_EQ(s.f.sweepPhaseDeg[0], f32(2 * p1 - p2));
-    EXPECT_NEAR_REL(number(r[1][3]), -(p2 - p1) / (f1 - d64(s.f.sweepFreqs[0])), 1e-5);
+    const auto& freq = s.f->sweepFreqs;
+    const auto& phase = s.f->sweepPhaseDeg;
+    const double f1 = d64(freq[1]), f2 = d64(freq[2]), p1 = d64(phase[1]), p2 = d64(phase[2]);
+    EXPECT_EQ(freq[0], f32(f1 * f1 / f2));
+    EXPECT_EQ(phase[0], f32(2 * p1 - p2));
+    EXPECT_NEAR_REL(number(r[1][3]), -(p2 - p1) / (f1 - d64(freq[0])), 1e-5);
     EXPECT_GT(number(r[1][3]), number(r[2][3]));
-}
 
-TEST(SaveChartData, HighPassPhaseFallsAboveZeroAndTheCommaStaysInsideTheQuotes)
-{
-    Screen s;
-    qm::applyAction(s.f, {qm::ActionKind::Click, "High", ""});
-    const auto high = records(qm::chartDataText(s.f));
+    s.click("High");
+    const auto high = records(qm::chartDataText(*s.f));
     ASSERT_EQ(high.size(), 571u);
     for (std::size_t i = 1; i <= 570; ++i) {
         EXPECT_GT(number(high[i][2]), 0.0) << i;
         EXPECT_GT(number(high[i][3]), 0.0) << i;
-        if (i > 1) {
-            EXPECT_LT(number(high[i][2]), number(high[i - 1][2])) << i;
-        }
+        EXPECT_TRUE(i == 1 || number(high[i][2]) < number(high[i - 1][2])) << i;
     }
-    qm::RecordingPlatform p;
-    qm::PlatformServices services = p.services();
-    services.decimalSeparator = ',';
-    qm::QuellmarkForm f(services);
-    qm::Form_Initialize(f);
-    const auto r = records(qm::chartDataText(f));
+}
+
+TEST(ChartExport, UnderADecimalCommaTheCommaStaysInsideTheQuotes)
+{
+    const auto r = records(qm::chartDataText(*Screen("", "", ',').f));
     ASSERT_EQ(r.size(), 571u);
     EXPECT_EQ(r[1][0], "101,2193");
     for (std::size_t i = 1; i <= 570; ++i) {
@@ -184,6 +127,12 @@ TEST(SaveChartData, HighPassPhaseFallsAboveZeroAndTheCommaStaysInsideTheQuotes)
         for (const std::string& field : r[i])
             EXPECT_EQ(field.find('.'), std::string::npos) << field;
     }
+}
+
+std::size_t filesIn(const TempFolder& dir)
+{
+    return static_cast<std::size_t>(
+        std::distance(std::filesystem::directory_iterator(dir.path()), {}));
 }
 
 TEST(SaveChartData, DialogAndOverwriteQuestion)
@@ -203,58 +152,46 @@ TEST(SaveChartData, DialogAndOverwriteQuestion)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
+        TempFolder dir;
+        const std::string path = *c.name ? dir.file(c.name) : "";
+        if (c.exists) qm::test::writeFile(path, before);
         Screen s;
-        if (c.exists) std::ofstream(s.dir / c.name, std::ios::binary) << before;
-        s.save(c.name, c.answer);
-        ASSERT_EQ(s.p.dialogs.size(), 1u);
-        const qm::FileDialogRequest& d = s.p.dialogs[0].request;
-        EXPECT_EQ(s.p.dialogs[0].kind, qm::FileDialogKind::Save);
-        EXPECT_EQ(d.title, "Save Chart Data");
-        EXPECT_EQ(d.filter, "Comma Separated Value (*.csv)|*.*");
-        EXPECT_EQ(d.defaultExt, "csv");
-        EXPECT_EQ(d.fileName, "");
+        s.click("SaveChartData", path, c.answer);
         ASSERT_EQ(s.p.messages.size(), c.asked ? 1u : 0u);
-        if (c.asked) {
-            const qm::RecordedMessage& m = s.p.messages[0];
-            EXPECT_EQ(m.text, "File already exists. Do you want to overwrite it?");
-            EXPECT_EQ(m.title, "title");
-            EXPECT_EQ(m.buttons, qm::MessageButtons::YesNo);
-            EXPECT_EQ(m.icon, qm::MessageIcon::Exclamation);
-            EXPECT_EQ(s.f.msgText, m.text);
-        }
-        if (*c.name) {
-            const std::string now = readAll(s.dir / c.name);
-            EXPECT_EQ(now.size() > before.size(), c.written);
-            if (c.exists && !c.written) {
-                EXPECT_EQ(now, before);
-            }
-        }
-        EXPECT_EQ(s.filesInDir(), *c.name ? 1u : 0u); // nothing half written beside it
+        for (const qm::RecordedMessage& m : s.p.messages)
+            EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
+                      std::tuple("File already exists. Do you want to overwrite it?", "title",
+                                 qm::MessageButtons::YesNo, qm::MessageIcon::Exclamation));
+        EXPECT_EQ(*c.name && readFile(path).size() > before.size(), c.written);
+        EXPECT_EQ(readFile(path) == before, c.exists && !c.written);
+        EXPECT_EQ(filesIn(dir), *c.name ? 1u : 0u); // nothing half written beside it
     }
 }
 
-TEST(SaveChartData, TheDialogOpensWithTheNameItLastHeld)
+TEST(SaveChartData, OpensWithTheLastNameAndReportsAFileThatCantBeWritten)
 {
+    TempFolder dir;
     Screen s;
-    s.f.commonDialogFileName = "design.qmf";
-    for (const char* name : {"", "first.csv", ""})
-        s.save(name);
+    s.f->commonDialogFileName = "design.qmf";
+    s.click("SaveChartData", "");
+    s.click("SaveChartData", dir.file("first.csv"));
+    s.click("SaveChartData", "");
     ASSERT_EQ(s.p.dialogs.size(), 3u);
-    EXPECT_EQ(s.p.dialogs[1].request.fileName, "design.qmf");
-    EXPECT_EQ(s.p.dialogs[2].request.fileName, (s.dir / "first.csv").string());
-}
+    const qm::FileDialogRequest& d = s.p.dialogs[0].request;
+    EXPECT_EQ(std::tuple(s.p.dialogs[0].kind, d.title, d.filter, d.defaultExt, d.fileName),
+              std::tuple(qm::FileDialogKind::Save, "Save Chart Data",
+                         "Comma Separated Value (*.csv)|*.*", "csv", "design.qmf"));
+    EXPECT_EQ(s.p.dialogs[1].request.fileName, "design.qmf") << "a cancel keeps the name";
+    EXPECT_EQ(s.p.dialogs[2].request.fileName, dir.file("first.csv"));
 
-TEST(SaveChartData, AFileThatCantBeWrittenIsReportedAndTheProgramGoesOn)
-{
-    Screen s;
-    fs::create_directories(s.dir / "folder.csv");
-    s.save("folder.csv");
+    std::filesystem::create_directories(dir.path() / "folder.csv");
+    s.click("SaveChartData", dir.file("folder.csv"));
     ASSERT_EQ(s.p.messages.size(), 1u);
     EXPECT_EQ(s.p.messages[0].title, "Quellmark");
-    EXPECT_NE(s.p.messages[0].text.find((s.dir / "folder.csv").string()), std::string::npos);
-    EXPECT_EQ(s.filesInDir(), 1u); // the folder alone: no part file left
-    s.save("after.csv");
-    EXPECT_TRUE(fs::is_regular_file(s.dir / "after.csv"));
+    EXPECT_NE(s.p.messages[0].text.find(dir.file("folder.csv")), std::string::npos);
+    EXPECT_EQ(filesIn(dir), 2u); // first.csv and the folder: no part file left
+    s.click("SaveChartData", dir.file("after.csv"));
+    EXPECT_TRUE(std::filesystem::is_regular_file(dir.file("after.csv")));
 }
 
 } // namespace
