@@ -10,25 +10,15 @@
 
 namespace {
 
-struct PartCase
+TEST(PartValue, IsBuildableWhenPositiveFiniteAndWrittenWithAScaleLetter)
 {
-    double value;
-    bool buildable;
-};
-
-using PartValue = ::testing::TestWithParam<PartCase>;
-
-TEST_P(PartValue, IsBuildableWhenPositiveFiniteAndWrittenWithAScaleLetter)
-{
-    EXPECT_EQ(qm::buildablePart(GetParam().value), GetParam().buildable) << GetParam().value;
+    const std::pair<double, bool> cases[] = {
+        {4.7e-9, true},       {1e-15, true},    {999e9, true},
+        {1e12, false},        {2.2e-17, false}, {0, false},
+        {-1.93, false},       {-8.75e6, false}, {std::numeric_limits<double>::infinity(), false},
+        {std::nan(""), false}};
+    for (const auto& [value, buildable] : cases)
+        EXPECT_EQ(qm::buildablePart(value), buildable) << value;
 }
-
-INSTANTIATE_TEST_SUITE_P(Unbuildable, PartValue,
-                         ::testing::Values(PartCase{4.7e-9, true}, PartCase{1e-15, true},
-                                           PartCase{999e9, true}, PartCase{1e12, false},
-                                           PartCase{2.2e-17, false}, PartCase{0, false},
-                                           PartCase{-1.93, false}, PartCase{-8.75e6, false},
-                                           PartCase{std::numeric_limits<double>::infinity(), false},
-                                           PartCase{std::nan(""), false}));
 
 } // namespace
