@@ -157,11 +157,7 @@ TEST(SaveChartData, DialogAndOverwriteQuestion)
         if (c.exists) qm::test::writeFile(path, before);
         Screen s;
         s.click("SaveChartData", path, c.answer);
-        ASSERT_EQ(s.p.messages.size(), c.asked ? 1u : 0u);
-        for (const qm::RecordedMessage& m : s.p.messages)
-            EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
-                      std::tuple("File already exists. Do you want to overwrite it?", "title",
-                                 qm::MessageButtons::YesNo, qm::MessageIcon::Exclamation));
+        qm::test::expectOverwriteQuestion(s.p, c.asked);
         EXPECT_EQ(*c.name && readFile(path).size() > before.size(), c.written);
         EXPECT_EQ(readFile(path) == before, c.exists && !c.written);
         EXPECT_EQ(filesIn(dir), *c.name ? 1u : 0u); // nothing half written beside it

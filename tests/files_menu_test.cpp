@@ -81,11 +81,7 @@ TEST(FileMenu, SaveAsAsksBeforeItReplacesAFile)
         Screen s;
         s.type("Text18", "6");
         s.click("mnuFileSaveAs", path, c.answer);
-        ASSERT_EQ(s.p.messages.size(), c.exists ? 1u : 0u);
-        for (const qm::RecordedMessage& m : s.p.messages)
-            EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
-                      std::tuple("File already exists. Do you want to overwrite it?", "title",
-                                 qm::MessageButtons::YesNo, qm::MessageIcon::Exclamation));
+        qm::test::expectOverwriteQuestion(s.p, c.exists);
         EXPECT_EQ(readFile(path) == qm::designFileText(*s.f), c.written);
         EXPECT_EQ(s.f->currentFile, c.written ? path : "");
         EXPECT_EQ(s.text("Form"), c.written ? kTitle + " - d.qmf" : kTitle);

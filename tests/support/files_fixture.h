@@ -13,6 +13,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 namespace qm::test {
 
@@ -98,6 +99,16 @@ inline void writeFile(const std::string& path, const std::string& bytes)
 template <typename T> std::string nameOf(const ::testing::TestParamInfo<T>& param)
 {
     return param.param.name;
+}
+
+/// The overwrite question asked once when `asked`, and nothing else raised.
+inline void expectOverwriteQuestion(const RecordingPlatform& p, bool asked)
+{
+    ASSERT_EQ(p.messages.size(), asked ? 1u : 0u);
+    for (const RecordedMessage& m : p.messages)
+        EXPECT_EQ(std::tuple(m.text, m.title, m.buttons, m.icon),
+                  std::tuple("File already exists. Do you want to overwrite it?", "title",
+                             MessageButtons::YesNo, MessageIcon::Exclamation));
 }
 
 } // namespace qm::test
