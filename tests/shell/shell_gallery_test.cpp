@@ -1,10 +1,12 @@
 // Every schematic picture the design screen can show, in every circuit,
 // passband and pole count: no value label or caption stands on a line of the
 // drawing, on a part, on a part's name or on another text, and nothing is
-// cut off. Each screen of the gallery is kept as a PNG in the build tree.
+// cut off, and each value label stands nearest to the part it names. Each
+// screen of the gallery is kept as a PNG in the build tree.
 #include "shell_harness.h"
 
 #include "shell/form_canvas.h"
+#include "shell/schematic_sketch.h"
 #include "shell/schematic_view.h"
 #include "shell/shell_style.h"
 #include "shell/twips.h"
@@ -15,7 +17,10 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <memory>
+#include <tuple>
 
 using namespace qm;
 using namespace qm::test;
@@ -32,6 +37,70 @@ struct Drawn
     std::vector<QRectF> boxes;
     QRectF extent; // names and amplifiers included, grounds not
 };
+
+QRectF partBody(const Part& p)
+{
+    const double along = kPartLength / 2, across = p.kind == PartKind::Capacitor ? 85 : 50;
+    const QPointF half = p.vertical ? QPointF(across, along) : QPointF(along, across);
+    return QRectF(p.centre - half, p.centre + half);
+}
+
+/// The part a value label names: its own, or in a high-pass picture the
+/// dual of the prototype's (a Sallen-Key's gain resistors stay).
+QString partNamed(const std::string& label, bool highPass, Circuit circuit)
+{
+    QString name = QString::fromStdString(label == "RealR"   ? "R1"
+                                          : label == "RealC" ? "C1"
+                                                             : label.substr(0, 2));
+    const bool gainResistor =
+        (circuit == Circuit::SallenKey || circuit == Circuit::SallenKeyUnity) &&
+        (name == QLatin1String("R3") || name == QLatin1String("R4"));
+    if (highPass && !gainResistor) name[0] = name[0] == 'R' ? 'C' : 'R';
+    return name;
+}
+
+/// Every visible value label stands nearer to the part it names than to any
+/// other part of the picture under it, and close to it. Its text is taken
+/// as a typical value, "10.0 k", from the label's aligned side.
+QStringList misplacedLabels(const QuellmarkForm& f)
+{
+    static const QStringList kValues{"R1", "R2", "R3", "R4", "C1L", "C2L"};
+    constexpr double kTypicalText = 480, kNear = 400;
+    QStringList out;
+    for (const Control* picture : f.all()) {
+        const auto kind = pictureOf(picture->base);
+        if (!kind || !picture->visible) continue;
+        const bool real =
+            kind->circuit == Circuit::RealStage || kind->circuit == Circuit::DifferentialRealStage;
+        for (const Control* label : f.all()) {
+            const bool ofRow = real ? (label->base == "RealR" || label->base == "RealC")
+                                    : (label->index == picture->index &&
+                                       kValues.contains(QString::fromStdString(label->base)));
+            if (!ofRow || !label->visible) continue;
+            const double left =
+                label->alignment == 1 ? label->left + label->width - kTypicalText : label->left;
+            const QRectF text(left - picture->left, label->top - picture->top, kTypicalText,
+                              label->height);
+            QString nearest = QStringLiteral("-");
+            double best = std::numeric_limits<double>::max();
+            for (const Part& p : sketchOf(*kind).parts) {
+                const QRectF b = partBody(p);
+                const double d =
+                    std::hypot(std::max({0.0, text.left() - b.right(), b.left() - text.right()}),
+                               std::max({0.0, text.top() - b.bottom(), b.top() - text.bottom()}));
+                if (d < best) std::tie(best, nearest) = std::pair(d, p.name);
+            }
+            const QString want = partNamed(label->base, kind->highPass, kind->circuit);
+            if (nearest != want || best > kNear)
+                out << QStringLiteral("%1 over %2: nearest %3 at %4, wants %5")
+                           .arg(QString::fromStdString(label->name),
+                                QString::fromStdString(picture->name), nearest)
+                           .arg(best)
+                           .arg(want);
+        }
+    }
+    return out;
+}
 
 bool crosses(const QLineF& l, const QRectF& r)
 {
@@ -220,7 +289,7 @@ class GalleryTest : public QObject
         QVERIFY(w.canvas()->grab(sheet).save(
             QStringLiteral(QUELLMARK_PICTURE_DIR "/gallery/%1.png").arg(QTest::currentDataTag())));
         QCOMPARE(screenScale(), 2.0);
-        expectNone(collisions(w));
+        expectNone(collisions(w) + misplacedLabels(f));
     }
 
   private:

@@ -78,18 +78,15 @@ void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
 
 namespace {
 
-template <class T>
-void compare(QStringList& out, const Control& c, const char* field, const T& a, const T& b)
+void diff(QStringList& out, const Control& c, const char* field, const std::string& a,
+          const std::string& b)
 {
-    if (a == b) return;
-    auto str = [](const T& v) {
-        if constexpr (std::is_arithmetic_v<T>)
-            return QString::number(v);
-        else
-            return QString::fromStdString(v);
-    };
-    out << QStringLiteral("%1.%2: '%3' / '%4'")
-               .arg(QString::fromStdString(c.name), QLatin1String(field), str(a), str(b));
+    if (a != b) out << QString::fromStdString(c.name + "." + field + ": '" + a + "' / '" + b + "'");
+}
+
+void diff(QStringList& out, const Control& c, const char* field, long a, long b)
+{
+    diff(out, c, field, std::to_string(a), std::to_string(b));
 }
 
 /// The text a widget shows, in the model's terms.
@@ -113,15 +110,14 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
             out << QString::fromStdString(ca->name) + QStringLiteral(": missing");
             continue;
         }
-        compare(out, *ca, "text", ca->text, cb->text);
-        compare<long>(out, *ca, "visible", ca->visible, cb->visible);
-        compare<long>(out, *ca, "enabled", ca->enabled, cb->enabled);
-        compare<long>(out, *ca, "value", ca->value, cb->value);
-        compare<long>(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
-        compare<long>(out, *ca, "place", ca->left * 100000L + ca->top,
-                      cb->left * 100000L + cb->top);
-        compare<long>(out, *ca, "x1", ca->x1, cb->x1);
-        compare<long>(out, *ca, "height", ca->height, cb->height);
+        diff(out, *ca, "text", ca->text, cb->text);
+        diff(out, *ca, "visible", ca->visible, cb->visible);
+        diff(out, *ca, "enabled", ca->enabled, cb->enabled);
+        diff(out, *ca, "value", ca->value, cb->value);
+        diff(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
+        diff(out, *ca, "place", ca->left * 100000L + ca->top, cb->left * 100000L + cb->top);
+        diff(out, *ca, "x1", ca->x1, cb->x1);
+        diff(out, *ca, "height", ca->height, cb->height);
     }
     return out;
 }
@@ -129,24 +125,27 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
 QStringList widgetDifferences(MainWindow& w)
 {
     QStringList out;
-    for (const Control* c : w.form().all()) {
+    const QuellmarkForm& f = w.form();
+    diff(out, f.Form, "title", f.Form.text, w.windowTitle().toStdString());
+    for (const Control* c : f.all()) {
+        if (const QAction* a = w.actionOf(c->name); a && !a->isSeparator()) {
+            if (a->isCheckable()) diff(out, *c, "entry checked", c->selected(), a->isChecked());
+            diff(out, *c, "entry visible", c->visible, a->isVisible());
+        }
         const QWidget* widget = w.widgetOf(c->name);
         if (!widget) continue;
         const bool textless = c->kind == ControlKind::Picture || c->kind == ControlKind::ListBox;
-        compare(out, *c, "shown text", textless ? std::string() : screenText(c->text).toStdString(),
-                textless ? std::string() : shownText(widget));
-        compare<long>(out, *c, "shown visible", c->visible, !widget->isHidden());
-        compare(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
-        compare<long>(out, *c, "shown enabled", c->enabled,
-                      !widget->testAttribute(Qt::WA_ForceDisabled));
-        const QPoint at = controlRect(*c).topLeft();
-        const QPoint shownAt = widget->geometry().topLeft();
-        compare<long>(out, *c, "shown place", at.x() * 10000L + at.y(),
-                      shownAt.x() * 10000L + shownAt.y());
+        diff(out, *c, "shown text", textless ? std::string() : screenText(c->text).toStdString(),
+             textless ? std::string() : shownText(widget));
+        diff(out, *c, "shown visible", c->visible, !widget->isHidden());
+        diff(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
+        diff(out, *c, "shown enabled", c->enabled, !widget->testAttribute(Qt::WA_ForceDisabled));
+        const QPoint at = controlRect(*c).topLeft(), shownAt = widget->geometry().topLeft();
+        diff(out, *c, "shown place", at.x() * 10000L + at.y(), shownAt.x() * 10000L + shownAt.y());
         if (auto* list = qobject_cast<const QComboBox*>(widget))
-            compare<long>(out, *c, "shown index", c->listIndex, list->currentIndex());
+            diff(out, *c, "shown index", c->listIndex, list->currentIndex());
         if (auto* button = dynamic_cast<const ChoiceButton*>(widget))
-            compare<long>(out, *c, "shown value", c->checked() || c->selected(), button->isOn());
+            diff(out, *c, "shown value", c->checked() || c->selected(), button->isOn());
     }
     return out;
 }
@@ -182,14 +181,6 @@ void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts)
 {
     expectNone(modelDifferences(w.form(), twin.form) + widgetDifferences(w) +
                (texts ? overlappingTexts(w) : QStringList()));
-}
-
-QRectF partBody(const Part& p)
-{
-    const double along = kPartLength / 2;
-    const double across = p.kind == PartKind::Capacitor ? 85 : 50;
-    const QPointF half = p.vertical ? QPointF(across, along) : QPointF(along, across);
-    return QRectF(p.centre - half, p.centre + half);
 }
 
 MessageCatcher::MessageCatcher()

@@ -6,7 +6,6 @@
 #include "screen/recording_platform.h"
 #include "screen/user_actions.h"
 #include "shell/main_window.h"
-#include "shell/schematic_sketch.h"
 
 #include <QString>
 #include <QStringList>
@@ -41,7 +40,7 @@ void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps);
 
 /// Controls whose state differs between the two forms, one line each.
 QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b);
-/// Controls whose widget doesn't show what the model holds.
+/// Controls whose widget or menu entry doesn't show what the model holds.
 QStringList widgetDifferences(MainWindow& w);
 /// Pairs of texts of the screen that stand on each other.
 QStringList overlappingTexts(MainWindow& w);
@@ -50,15 +49,12 @@ void expectNone(const QStringList& found);
 /// The window and its twin agree, the widgets show the model and, with
 /// `texts`, no two texts stand on each other.
 void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts = true);
-/// What a part's body takes on its picture, in twips.
-QRectF partBody(const Part& p);
 
 /// Answers every message box that opens while it lives with its default
 /// button, keeping "title: text" of each.
 struct MessageCatcher
 {
     MessageCatcher();
-    QStringList messages() const { return caught; }
     QStringList caught;
     QTimer timer;
 };

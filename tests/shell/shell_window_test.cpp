@@ -7,22 +7,39 @@
 #include "shell/shell_style.h"
 #include "shell/twips.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QMouseEvent>
+#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 using namespace qm;
 using namespace qm::test;
 
 namespace {
 
-QStringList messagesOf(const RecordingPlatform& p)
+/// Answers the next file dialog with `path` (an empty path cancels it),
+/// keeping what the dialog showed.
+struct DialogAnswer
 {
-    QStringList out;
-    for (const RecordedMessage& m : p.messages)
-        out << QString::fromStdString(m.title + ": " + m.text);
-    return out;
-}
+    QString shown;
+    explicit DialogAnswer(const QString& path)
+    {
+        QTimer::singleShot(0, [this, path] { answer(path); });
+    }
+    void answer(const QString& path)
+    {
+        auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!d) return QTimer::singleShot(10, [this, path] { answer(path); });
+        shown = d->windowTitle() + '|' + d->nameFilters().join(';') + '|' + d->defaultSuffix();
+        if (path.isEmpty()) return d->reject();
+        d->selectFile(path);
+        QMetaObject::invokeMethod(d, "accept");
+    }
+};
 
 } // namespace
 
@@ -33,69 +50,50 @@ class WindowTest : public QObject
   private slots:
     void initTestCase() { applyShellStyle(*qobject_cast<QApplication*>(qApp)); }
 
-    void startsAsTheHeadlessScreenAndPicturesIt()
+    void agreesWithTheHeadlessScreen_data()
     {
-        StartedWindow s;
-        HeadlessTwin twin;
-        expectAgreement(s.window, twin);
-        QCOMPARE(QApplication::focusWidget(), s.window.widgetOf("RespF"));
-        QCOMPARE(s.window.platform().graph.lines().size(), twin.platform.graph.lines.size());
-        QCoreApplication::processEvents();
-        QVERIFY(s.window.grab().save(
-            QStringLiteral(QUELLMARK_PICTURE_DIR "/quellmark_main_screen.png")));
+        QTest::addColumn<QString>("steps");
+        QTest::addColumn<int>("messages");
+        QTest::addColumn<bool>("texts"); // an open gain box stands on its legend
+        QTest::newRow("start-up") << "" << 0 << true;
+        QTest::newRow("engineering suffix") << "enter Text34=2k" << 0 << true;
+        QTest::newRow("not a number") << "enter Text34=12abc" << 1 << true;
+        QTest::newRow("Chebychev, then custom Fn&Q")
+            << "pick TypeFilter=2;enter Text18=4;pick TypeFilter=7" << 0 << true;
+        QTest::newRow("Sallen-Key high-pass with gain")
+            << "pick TypeFilter=2;enter Text18=7;enter Text19=0.5;click High;click SallenKey;"
+               "enter GainTB(1)=2"
+            << 0 << true;
+        QTest::newRow("differential high-pass, value table")
+            << "enter Text18=10;click FDAcircuit;click High;menu ShowValuesTable" << 0 << true;
+        QTest::newRow("leaving an entry validates it") << "type Text18=5;focus Text12" << 0 << true;
+        QTest::newRow("traces off by the menu")
+            << "menu ShowGainTrace;menu ShowGDTrace" << 0 << true;
+        QTest::newRow("top gain box") << "click Ampl(0);type TopAmp=5;focus Text12" << 0 << false;
+        QTest::newRow("bottom gain box, open") << "click Ampl(8)" << 0 << false;
+        QTest::newRow("another legend") << "click Ampl(8);click Ampl(4)" << 0 << false;
     }
 
-    void typedCutoffIsTakenOnEnter_data()
+    void agreesWithTheHeadlessScreen()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("engineering suffix") << "2k"
-                                            << "2.00 k"
-                                            << "";
-        QTest::newRow("not a number") << "12abc"
-                                      << "" << QuellmarkForm::kEntryNotUnderstood;
-    }
-
-    void typedCutoffIsTakenOnEnter()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, shown);
-        QFETCH(QString, message);
+        QFETCH(QString, steps);
+        QFETCH(int, messages);
+        QFETCH(bool, texts);
         StartedWindow s;
         MessageCatcher catcher;
         HeadlessTwin twin;
-        applySteps(s.window, twin, QStringLiteral("enter Text34=") + typed);
-        expectAgreement(s.window, twin);
-        QCOMPARE(QString::fromStdString(s.window.form().Text34.text), shown);
-        // The focus stays in the entry, behind a message box as well.
-        QCOMPARE(s.window.focusWidget(), s.window.widgetOf("Text34"));
-        QCOMPARE(catcher.messages(), messagesOf(twin.platform));
-        QCOMPARE(catcher.messages().size(), message.isEmpty() ? 0 : 1);
-        if (!message.isEmpty()) QVERIFY(catcher.messages()[0].endsWith(message));
-    }
-
-    void choicesAgreeWithTheHeadlessScreen_data()
-    {
-        QTest::addColumn<QString>("steps");
-        QTest::newRow("Chebychev, then custom Fn&Q")
-            << "pick TypeFilter=2;enter Text18=4;pick TypeFilter=7";
-        QTest::newRow("Sallen-Key high-pass with gain")
-            << "pick TypeFilter=2;enter Text18=7;enter Text19=0.5;click High;click SallenKey;"
-               "enter GainTB(1)=2";
-        QTest::newRow("differential high-pass, value table")
-            << "enter Text18=10;click FDAcircuit;click High;menu ShowValuesTable";
-        QTest::newRow("leaving an entry validates it") << "type Text18=5;focus Text12";
-    }
-
-    void choicesAgreeWithTheHeadlessScreen()
-    {
-        QFETCH(QString, steps);
-        StartedWindow s;
-        HeadlessTwin twin;
-        applySteps(s.window, twin, steps);
-        QVERIFY(twin.platform.messages.empty());
-        expectAgreement(s.window, twin);
+        if (!steps.isEmpty()) applySteps(s.window, twin, steps);
+        expectAgreement(s.window, twin, texts);
+        // The focus is where the twin has it, behind a message box as well.
+        QCOMPARE(s.window.focusWidget(), s.window.widgetOf(twin.form.focusedControl()));
+        QStringList raised;
+        for (const RecordedMessage& m : twin.platform.messages)
+            raised << QString::fromStdString(m.title + ": " + m.text);
+        QCOMPARE(catcher.caught, raised);
+        QCOMPARE(raised.size(), messages);
+        QCOMPARE(s.window.platform().graph.lines().size(), twin.platform.graph.lines.size());
+        if (steps.isEmpty())
+            QVERIFY(s.window.grab().save(QUELLMARK_PICTURE_DIR "/quellmark_main_screen.png"));
     }
 
     void settingWidgetsFromTheModelRaisesNothing()
@@ -126,26 +124,85 @@ class WindowTest : public QObject
 
     void busyPointerFollowsTheLastSettingAndYieldsToMessages()
     {
+        auto shape = [] {
+            return QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape()
+                                                     : Qt::BitmapCursor;
+        };
         {
             StartedWindow s;
             QtPlatform& p = s.window.platform();
             p.setBusy(true);
-            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
             p.setBusy(false);
-            QVERIFY(!QGuiApplication::overrideCursor());
+            QCOMPARE(shape(), Qt::BitmapCursor);
             p.setBusy(true);
-            {
-                // A message asked in a recalculation is read with the arrow.
-                MessageCatcher catcher;
-                QTimer::singleShot(0, [] {
-                    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-                });
-                p.showMessage("m", "t", MessageButtons::Ok, MessageIcon::None);
-            }
-            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            MessageCatcher catcher;
+            // A message asked in a recalculation is read with the arrow.
+            QTimer::singleShot(0, [&] { QCOMPARE(shape(), Qt::ArrowCursor); });
+            p.showMessage("m", "t", MessageButtons::Ok, MessageIcon::None);
+            QCOMPARE(shape(), Qt::WaitCursor);
         }
         // The window going while busy frees the pointer.
-        QVERIFY(!QGuiApplication::overrideCursor());
+        QCOMPARE(shape(), Qt::BitmapCursor);
+    }
+
+    void theChartMouse_data()
+    {
+        QTest::addColumn<QPoint>("at");
+        QTest::addColumn<bool>("twice");
+        QTest::addColumn<QString>("respF");
+        QTest::newRow("left edge") << QPoint(0, 30) << false << "100 ";
+        QTest::newRow("near the right edge") << QPoint(235, 5) << false << "98.1 k";
+        QTest::newRow("double click: black ground") << QPoint(40, 120) << true << "";
+    }
+
+    void theChartMouse()
+    {
+        QFETCH(QPoint, at);
+        QFETCH(bool, twice);
+        QFETCH(QString, respF);
+        StartedWindow s;
+        HeadlessTwin twin;
+        QWidget* chart = s.window.chart();
+        QTest::mouseClick(chart, Qt::LeftButton, {}, at);
+        twin.act(ActionKind::Mouse, "Graph",
+                 std::to_string(int(pxToTwips(at.x()))) + "," +
+                     std::to_string(int(pxToTwips(at.y()))));
+        if (twice) {
+            // As the platform delivers a double click: a whole click, the
+            // second press, the double click itself and the last release.
+            QTest::mousePress(chart, Qt::LeftButton, {}, at);
+            QMouseEvent dbl(QEvent::MouseButtonDblClick, QPointF(at),
+                            chart->mapToGlobal(QPointF(at)), Qt::LeftButton, Qt::LeftButton,
+                            Qt::NoModifier);
+            QApplication::sendEvent(chart, &dbl);
+            QTest::mouseRelease(chart, Qt::LeftButton, {}, at);
+            twin.form.raise("Graph", FormEvent::DblClick);
+            // A spot between the grid lines shows the new ground.
+            QCOMPARE(chart->grab().toImage().pixelColor(3, 3), QColor(Qt::black));
+        } else {
+            QCOMPARE(QString::fromStdString(s.window.form().RespF.text), respF);
+        }
+        expectAgreement(s.window, twin, false);
+    }
+
+    void saveChartDataGoesThroughTheSaveDialog()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("chart.csv"));
+        StartedWindow s;
+        QAction* save = s.window.actionOf("SaveChartData");
+        {
+            DialogAnswer cancel{QString()};
+            save->trigger();
+            QVERIFY(QDir(dir.path()).isEmpty());
+        }
+        DialogAnswer answer(path);
+        save->trigger();
+        QCOMPARE(answer.shown, QStringLiteral("Save Chart Data|Comma Separated Value (*.*)|csv"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().startsWith("\"Freq.\",\"Gain\",\"Phase\",\"Group Delay\"\r\n"));
+        QCOMPARE(QString::fromStdString(s.window.form().commonDialogFileName), path);
     }
 };
 
