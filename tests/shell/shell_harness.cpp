@@ -7,11 +7,8 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QStandardPaths>
 #include <QTest>
-#include <QTimer>
 
 namespace qm::test {
 
@@ -46,30 +43,39 @@ void HeadlessTwin::act(ActionKind kind, const std::string& control, const std::s
 void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
 {
     for (const QString& step : steps.split(';')) {
-        const QString verb = step.section(' ', 0, 0);
-        const QString arg = step.section(' ', 1);
+        const QString verb = step.section(' ', 0, 0), arg = step.section(' ', 1);
         const std::string name = arg.section('=', 0, 0).toStdString();
         const QString value = arg.section('=', 1);
-        if (verb == QLatin1String("enter") || verb == QLatin1String("type")) {
-            const bool enter = verb == QLatin1String("enter");
-            typeInto(w, name.c_str(), value);
-            if (enter) QTest::keyClick(w.widgetOf(name), Qt::Key_Return);
-            twin.act(enter ? ActionKind::Enter : ActionKind::Type, name, value.toStdString());
+        QWidget* widget = w.widgetOf(name);
+        if (verb == "enter" || verb == "type") {
+            // Typed as a person does: focus, replace, keys.
+            auto* entry = qobject_cast<QLineEdit*>(widget);
+            QVERIFY2(entry && entry->isVisible() && entry->isEnabled(), name.c_str());
+            entry->setFocus(Qt::TabFocusReason);
+            entry->selectAll();
+            QTest::keyClicks(entry, value);
+            if (verb == "enter") QTest::keyClick(entry, Qt::Key_Return);
+            twin.act(verb == "enter" ? ActionKind::Enter : ActionKind::Type, name,
+                     value.toStdString());
             // The twin's typing leaves the entry at once; the window's stays in it.
-            if (!enter) twin.form.moveFocus(name);
-        } else if (verb == QLatin1String("focus")) {
-            w.widgetOf(name)->setFocus(Qt::TabFocusReason);
+            if (verb == "type") twin.form.moveFocus(name);
+        } else if (verb == "focus") {
+            widget->setFocus(Qt::TabFocusReason);
             twin.form.moveFocus(name);
-        } else if (verb == QLatin1String("click")) {
-            QWidget* widget = w.widgetOf(name);
-            QVERIFY2(widget, name.c_str());
+        } else if (verb == "click") {
             QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
             twin.act(ActionKind::Click, name);
-        } else if (verb == QLatin1String("pick")) {
-            pickFromList(w, name.c_str(), value.toInt());
+        } else if (verb == "pick") {
+            // The list drops down under the mouse; Enter takes the item.
+            auto* list = qobject_cast<QComboBox*>(widget);
+            QTest::mouseClick(list, Qt::LeftButton, {}, list->rect().center());
+            QVERIFY(QTest::qWaitForWindowExposed(list->view()->window()));
+            list->view()->setCurrentIndex(list->model()->index(value.toInt(), 0));
+            QTest::keyClick(list->view(), Qt::Key_Return);
+            QTRY_VERIFY(!list->view()->isVisible());
             twin.act(ActionKind::Select, name, value.toStdString());
         } else {
-            QVERIFY2(verb == QLatin1String("menu"), qPrintable(step));
+            QVERIFY2(verb == "menu", qPrintable(step));
             w.actionOf(name)->trigger();
             twin.form.raise(name, FormEvent::Click);
         }
@@ -181,39 +187,6 @@ void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts)
 {
     expectNone(modelDifferences(w.form(), twin.form) + widgetDifferences(w) +
                (texts ? overlappingTexts(w) : QStringList()));
-}
-
-MessageCatcher::MessageCatcher()
-{
-    QObject::connect(&timer, &QTimer::timeout, [this] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box) return;
-        caught << box->windowTitle() + QStringLiteral(": ") + box->text();
-        (box->defaultButton() ? box->defaultButton() : box->buttons().value(0))->click();
-    });
-    timer.start(10);
-}
-
-void typeInto(MainWindow& w, const char* control, const QString& text)
-{
-    auto* entry = qobject_cast<QLineEdit*>(w.widgetOf(control));
-    QVERIFY2(entry && entry->isVisible() && entry->isEnabled(), control);
-    entry->setFocus(Qt::TabFocusReason);
-    entry->selectAll();
-    QTest::keyClicks(entry, text);
-}
-
-void pickFromList(MainWindow& w, const char* control, int index)
-{
-    auto* list = qobject_cast<QComboBox*>(w.widgetOf(control));
-    QVERIFY2(list, control);
-    QTest::mouseClick(list, Qt::LeftButton, {}, list->rect().center());
-    QAbstractItemView* view = list->view();
-    QVERIFY(QTest::qWaitForWindowExposed(view->window()));
-    // In the open list a person moves to the item and takes it with Enter.
-    view->setCurrentIndex(list->model()->index(index, 0));
-    QTest::keyClick(view, Qt::Key_Return);
-    QTRY_VERIFY(!view->isVisible());
 }
 
 } // namespace qm::test

@@ -1,7 +1,6 @@
 #pragma once
 // What the window tests share: a started window, its headless twin driven
-// by the command line's actions, comparisons of the two, and a catcher for
-// the message boxes that a handler opens.
+// by the command line's actions, and comparisons of the two.
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "screen/user_actions.h"
@@ -9,7 +8,6 @@
 
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 
 #include <string>
 
@@ -49,19 +47,5 @@ void expectNone(const QStringList& found);
 /// The window and its twin agree, the widgets show the model and, with
 /// `texts`, no two texts stand on each other.
 void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts = true);
-
-/// Answers every message box that opens while it lives with its default
-/// button, keeping "title: text" of each.
-struct MessageCatcher
-{
-    MessageCatcher();
-    QStringList caught;
-    QTimer timer;
-};
-
-/// Types `text` into an entry as a person does: focus, replace, keys.
-void typeInto(MainWindow& w, const char* control, const QString& text);
-/// Opens a list's drop-down with the mouse and picks an item in it.
-void pickFromList(MainWindow& w, const char* control, int index);
 
 } // namespace qm::test

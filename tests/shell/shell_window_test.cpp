@@ -7,38 +7,34 @@
 #include "shell/shell_style.h"
 #include "shell/twips.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
+#include <QMessageBox>
 #include <QMouseEvent>
-#include <QTemporaryDir>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace qm;
 using namespace qm::test;
 
 namespace {
 
-/// Answers the next file dialog with `path` (an empty path cancels it),
-/// keeping what the dialog showed.
-struct DialogAnswer
+/// Answers every message box that opens while it lives with its default
+/// button, keeping "title: text" of each.
+struct MessageCatcher
 {
-    QString shown;
-    explicit DialogAnswer(const QString& path)
+    MessageCatcher()
     {
-        QTimer::singleShot(0, [this, path] { answer(path); });
+        QObject::connect(&timer, &QTimer::timeout, [this] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            caught << box->windowTitle() + QStringLiteral(": ") + box->text();
+            (box->defaultButton() ? box->defaultButton() : box->buttons().value(0))->click();
+        });
+        timer.start(10);
     }
-    void answer(const QString& path)
-    {
-        auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (!d) return QTimer::singleShot(10, [this, path] { answer(path); });
-        shown = d->windowTitle() + '|' + d->nameFilters().join(';') + '|' + d->defaultSuffix();
-        if (path.isEmpty()) return d->reject();
-        d->selectFile(path);
-        QMetaObject::invokeMethod(d, "accept");
-    }
+    QStringList caught;
+    QTimer timer;
 };
 
 } // namespace
@@ -122,29 +118,6 @@ class WindowTest : public QObject
         expectNone(widgetDifferences(s.window));
     }
 
-    void busyPointerFollowsTheLastSettingAndYieldsToMessages()
-    {
-        auto shape = [] {
-            return QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape()
-                                                     : Qt::BitmapCursor;
-        };
-        {
-            StartedWindow s;
-            QtPlatform& p = s.window.platform();
-            p.setBusy(true);
-            p.setBusy(false);
-            QCOMPARE(shape(), Qt::BitmapCursor);
-            p.setBusy(true);
-            MessageCatcher catcher;
-            // A message asked in a recalculation is read with the arrow.
-            QTimer::singleShot(0, [&] { QCOMPARE(shape(), Qt::ArrowCursor); });
-            p.showMessage("m", "t", MessageButtons::Ok, MessageIcon::None);
-            QCOMPARE(shape(), Qt::WaitCursor);
-        }
-        // The window going while busy frees the pointer.
-        QCOMPARE(shape(), Qt::BitmapCursor);
-    }
-
     void theChartMouse_data()
     {
         QTest::addColumn<QPoint>("at");
@@ -183,26 +156,6 @@ class WindowTest : public QObject
             QCOMPARE(QString::fromStdString(s.window.form().RespF.text), respF);
         }
         expectAgreement(s.window, twin, false);
-    }
-
-    void saveChartDataGoesThroughTheSaveDialog()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("chart.csv"));
-        StartedWindow s;
-        QAction* save = s.window.actionOf("SaveChartData");
-        {
-            DialogAnswer cancel{QString()};
-            save->trigger();
-            QVERIFY(QDir(dir.path()).isEmpty());
-        }
-        DialogAnswer answer(path);
-        save->trigger();
-        QCOMPARE(answer.shown, QStringLiteral("Save Chart Data|Comma Separated Value (*.*)|csv"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.readAll().startsWith("\"Freq.\",\"Gain\",\"Phase\",\"Group Delay\"\r\n"));
-        QCOMPARE(QString::fromStdString(s.window.form().commonDialogFileName), path);
     }
 };
 
