@@ -35,11 +35,6 @@ HeadlessTwin::HeadlessTwin() : form(platform.services())
     form.moveFocus("RespF");
 }
 
-void HeadlessTwin::act(ActionKind kind, const std::string& control, const std::string& text)
-{
-    applyAction(form, {kind, control, text});
-}
-
 void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
 {
     for (const QString& step : steps.split(';')) {
@@ -95,17 +90,16 @@ void diff(QStringList& out, const Control& c, const char* field, long a, long b)
     diff(out, c, field, std::to_string(a), std::to_string(b));
 }
 
-/// The text a widget shows, in the model's terms.
-std::string shownText(const QWidget* w)
+} // namespace
+
+QString shownText(const QWidget* w)
 {
-    if (auto* e = qobject_cast<const QLineEdit*>(w)) return e->text().toStdString();
-    if (auto* l = dynamic_cast<const TextLabel*>(w)) return l->text().toStdString();
-    if (auto* b = qobject_cast<const QAbstractButton*>(w)) return b->text().toStdString();
-    if (auto* g = qobject_cast<const QGroupBox*>(w)) return g->title().toStdString();
+    if (auto* e = qobject_cast<const QLineEdit*>(w)) return e->text();
+    if (auto* l = dynamic_cast<const TextLabel*>(w)) return l->text();
+    if (auto* b = qobject_cast<const QAbstractButton*>(w)) return b->text();
+    if (auto* g = qobject_cast<const QGroupBox*>(w)) return g->title();
     return {};
 }
-
-} // namespace
 
 QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
 {
@@ -142,7 +136,7 @@ QStringList widgetDifferences(MainWindow& w)
         if (!widget) continue;
         const bool textless = c->kind == ControlKind::Picture || c->kind == ControlKind::ListBox;
         diff(out, *c, "shown text", textless ? std::string() : screenText(c->text).toStdString(),
-             textless ? std::string() : shownText(widget));
+             textless ? std::string() : shownText(widget).toStdString());
         diff(out, *c, "shown visible", c->visible, !widget->isHidden());
         diff(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
         diff(out, *c, "shown enabled", c->enabled, !widget->testAttribute(Qt::WA_ForceDisabled));

@@ -25,7 +25,10 @@ struct StartedWindow
 struct HeadlessTwin
 {
     HeadlessTwin();
-    void act(ActionKind kind, const std::string& control, const std::string& text = {});
+    void act(ActionKind kind, const std::string& control, const std::string& text = {})
+    {
+        applyAction(form, {kind, control, text});
+    }
     RecordingPlatform platform;
     QuellmarkForm form;
 };
@@ -36,6 +39,8 @@ struct HeadlessTwin
 /// "pick LIST=INDEX", "menu NAME".
 void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps);
 
+/// The text a widget shows.
+QString shownText(const QWidget* w);
 /// Controls whose state differs between the two forms, one line each.
 QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b);
 /// Controls whose widget or menu entry doesn't show what the model holds.

@@ -1,7 +1,7 @@
 // The windows beside the design screen in real windows: the custom pole
 // entry, opened by a double click on a Custom Fn&Q row and checked against
 // the same actions on the headless screen, and the catalogue's browser and
-// part list, whose grids show the model and send their clicks to it.
+// its grid, which shows the model and sends its clicks and edits to it.
 #include "shell_harness.h"
 
 #include "shell/catalogue_shell.h"
@@ -32,16 +32,15 @@ void expectSameDialog(MainWindow& w, const HeadlessTwin& twin)
             mine->listIndex != c->listIndex)
             out << QString::fromStdString(c->name + ": '" + (mine ? mine->text : "?") + "' / '" +
                                           c->text + "'");
+        const QWidget* widget = w.widgetOf(c->name);
+        if (widget && c->kind != ControlKind::ListBox && shownText(widget) != screenText(c->text))
+            out << QString::fromStdString(c->name) + ": shows '" + shownText(widget) + "'";
+        if (widget && widget->isVisibleTo(widget->window()) != c->visible)
+            out << QString::fromStdString(c->name) + QStringLiteral(": shown or hidden wrongly");
     }
     for (const char* row : {"FnInput(1)", "QInput(1)", "FSFreq(1)", "Qdisp(1)"})
         if (w.form().find(row)->text != twin.form.find(row)->text) out << row;
     expectNone(out + widgetDifferences(w));
-}
-
-QString shownText(MainWindow& w, const char* control)
-{
-    if (auto* label = dynamic_cast<TextLabel*>(w.widgetOf(control))) return label->text();
-    return qobject_cast<QLineEdit*>(w.widgetOf(control))->text();
 }
 
 void doubleClick(MainWindow& w, HeadlessTwin& twin, const char* control)
@@ -50,11 +49,6 @@ void doubleClick(MainWindow& w, HeadlessTwin& twin, const char* control)
                        w.widgetOf(control)->rect().center());
     QCoreApplication::processEvents();
     twin.act(ActionKind::DblClick, control);
-}
-
-GridView* gridOf(CatalogueWindow* window, const char* name)
-{
-    return dynamic_cast<GridView*>(window->widgetOf(name));
 }
 
 } // namespace
@@ -84,20 +78,17 @@ class SideWindowsTest : public QObject
         applySteps(w, twin,
                    QStringLiteral("pick PolePairEntry.DataType=1;type PolePairEntry.Text1=4;"
                                   "type PolePairEntry.Text2=2;click PolePairEntry.Apply"));
-        QCOMPARE(shownText(w, "PolePairEntry.Label9"), QStringLiteral("2.0000 kHz"));
-        QCOMPARE(shownText(w, "FnInput(1)"), QStringLiteral("2.0000 kHz"));
         QVERIFY(dialog->isVisible());
         expectSameDialog(w, twin);
-        QVERIFY(dialog->grab().save(QUELLMARK_PICTURE_DIR "/quellmark_pole_entry.png"));
 
         applySteps(w, twin, QStringLiteral("click PolePairEntry.Command2"));
         QVERIFY(!dialog->isVisible());
         expectSameDialog(w, twin);
 
-        // A real pole's row asks for one field; Escape hides the window.
+        // A real pole's row opens it as well; Escape hides it.
         doubleClick(w, twin, "FnInput(0)");
-        QVERIFY(dialog->isVisible() && w.widgetOf("PolePairEntry.Text1")->isVisible());
-        QVERIFY(!w.widgetOf("PolePairEntry.Text2")->isVisible());
+        QVERIFY(dialog->isVisible());
+        expectSameDialog(w, twin);
         QTest::keyClick(dialog, Qt::Key_Escape);
         QVERIFY(!dialog->isVisible() && !w.form().find("PolePairEntry")->visible);
     }
@@ -111,7 +102,7 @@ class SideWindowsTest : public QObject
         s.window.actionOf("CatalogueMnu")->trigger();
         QVERIFY(browser->isVisible());
         QCOMPARE(browser->windowTitle(), QStringLiteral("High Speed Amplifier Database"));
-        GridView* grid = gridOf(browser, "frmKRNamps.DBGrid1");
+        auto* grid = dynamic_cast<GridView*>(browser->widgetOf("frmKRNamps.DBGrid1"));
         QCOMPARE(grid->columnCount(), 35);
         QCOMPARE(grid->horizontalHeaderItem(4)->text(), QStringLiteral("RR Input\nT/F"));
         grid->horizontalHeader()->sectionClicked(9);
@@ -128,22 +119,8 @@ class SideWindowsTest : public QObject
         QVERIFY(!(grid->item(0, 0)->flags() & Qt::ItemIsEditable));
         QCOMPARE(grid->item(0, 9)->text(), QStringLiteral("50 M"));
         QCOMPARE(SqliteStore(CatalogueShell::databasePath()).list().size(), std::size_t{1});
-        QVERIFY(browser->grab().save(QUELLMARK_PICTURE_DIR "/quellmark_catalogue.png"));
         QTest::mouseClick(browser->widgetOf("frmKRNamps.cbClose"), Qt::LeftButton);
         QVERIFY(!browser->isVisible());
-    }
-
-    void partListShowsTheDesign()
-    {
-        StartedWindow s;
-        QTest::mouseClick(s.window.widgetOf("ShowPartList"), Qt::LeftButton);
-        CatalogueWindow* list = s.window.catalogue()->partList();
-        QVERIFY(list->isVisible());
-        GridView* grid = gridOf(list, "PartList.DBGrid1");
-        QCOMPARE(grid->rowCount(), 7);
-        QCOMPARE(grid->item(0, 1)->text(), QStringLiteral("R1Real"));
-        QCOMPARE(grid->item(6, 2)->text(), QStringLiteral("(no amplifier selected)"));
-        QVERIFY(list->grab().save(QUELLMARK_PICTURE_DIR "/quellmark_part_list.png"));
     }
 };
 
