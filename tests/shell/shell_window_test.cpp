@@ -55,36 +55,34 @@ class WindowTest : public QObject
     {
         QTest::addColumn<QString>("steps");
         QTest::addColumn<int>("messages");
-        QTest::addColumn<bool>("texts"); // an open gain box stands on its legend
-        QTest::newRow("start-up") << "" << 0 << true;
-        QTest::newRow("engineering suffix") << "enter Text34=2k" << 0 << true;
-        QTest::newRow("not a number") << "enter Text34=12abc" << 1 << true;
+        QTest::newRow("start-up") << "" << 0;
+        QTest::newRow("engineering suffix") << "enter Text34=2k" << 0;
+        QTest::newRow("not a number") << "enter Text34=12abc" << 1;
         QTest::newRow("Chebychev, then custom Fn&Q")
-            << "pick TypeFilter=2;enter Text18=4;pick TypeFilter=7" << 0 << true;
+            << "pick TypeFilter=2;enter Text18=4;pick TypeFilter=7" << 0;
         QTest::newRow("Sallen-Key high-pass with gain")
             << "pick TypeFilter=2;enter Text18=7;enter Text19=0.5;click High;click SallenKey;"
                "enter GainTB(1)=2"
-            << 0 << true;
+            << 0;
         QTest::newRow("differential high-pass, value table")
-            << "enter Text18=10;click FDAcircuit;click High;menu ShowValuesTable" << 0 << true;
-        QTest::newRow("leaving an entry validates it") << "type Text18=5;focus Text12" << 0 << true;
-        QTest::newRow("traces off by the menu")
-            << "menu ShowGainTrace;menu ShowGDTrace" << 0 << true;
-        QTest::newRow("top gain box") << "click Ampl(0);type TopAmp=5;focus Text12" << 0 << false;
-        QTest::newRow("bottom gain box, open") << "click Ampl(8)" << 0 << false;
-        QTest::newRow("another legend") << "click Ampl(8);click Ampl(4)" << 0 << false;
+            << "enter Text18=10;click FDAcircuit;click High;menu ShowValuesTable" << 0;
+        QTest::newRow("leaving an entry validates it") << "type Text18=5;focus Text12" << 0;
+        QTest::newRow("traces off by the menu") << "menu ShowGainTrace;menu ShowGDTrace" << 0;
+        QTest::newRow("top gain box") << "click Ampl(0);type TopAmp=5;focus Text12" << 0;
+        QTest::newRow("bottom gain box, open") << "click Ampl(8)" << 0;
+        QTest::newRow("another legend") << "click Ampl(8);click Ampl(4)" << 0;
     }
 
     void agreesWithTheHeadlessScreen()
     {
         QFETCH(QString, steps);
         QFETCH(int, messages);
-        QFETCH(bool, texts);
         StartedWindow s;
         MessageCatcher catcher;
         HeadlessTwin twin;
         if (!steps.isEmpty()) applySteps(s.window, twin, steps);
-        expectAgreement(s.window, twin, texts);
+        // An open gain box stands on its legend.
+        expectAgreement(s.window, twin, !steps.contains(QLatin1String("Ampl")));
         // The focus is where the twin has it, behind a message box as well.
         QCOMPARE(s.window.focusWidget(), s.window.widgetOf(twin.form.focusedControl()));
         QStringList raised;
@@ -93,8 +91,6 @@ class WindowTest : public QObject
         QCOMPARE(catcher.caught, raised);
         QCOMPARE(raised.size(), messages);
         QCOMPARE(s.window.platform().graph.lines().size(), twin.platform.graph.lines.size());
-        if (steps.isEmpty())
-            QVERIFY(s.window.grab().save(QUELLMARK_PICTURE_DIR "/quellmark_main_screen.png"));
     }
 
     void settingWidgetsFromTheModelRaisesNothing()
