@@ -3,7 +3,6 @@
 // PDF file, and F1.
 #include "shell_harness.h"
 
-#include "design/cycle.h"
 #include "files/design_file.h"
 #include "shell/form_canvas.h"
 #include "shell/help_window.h"
@@ -33,15 +32,11 @@ namespace {
 /// A design file of `poles` Butterworth poles, written by the program.
 void writeDesign(const QString& path, const char* poles)
 {
-    RecordingPlatform p;
-    QuellmarkForm f(p.services());
-    Form_Initialize(f);
-    f.moveFocus("Text18");
-    f.Text18.text = poles;
-    f.moveFocus("");
+    HeadlessTwin twin;
+    twin.act(ActionKind::Enter, "Text18", poles);
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray::fromStdString(designFileText(f)));
+    file.write(QByteArray::fromStdString(designFileText(twin.form)));
 }
 
 QString defaultDesignPath()
@@ -70,11 +65,9 @@ class ServicesTest : public QObject
     }
     void cleanup() { QFile::remove(defaultDesignPath()); }
 
-    void fileEntriesHaveTheirKeysAndTheDefaultDesignIsTheUsers()
+    void theDefaultDesignIsTheUsers()
     {
         StartedWindow s;
-        QCOMPARE(s.window.actionOf("mnuFileOpen")->shortcut(), QKeySequence("Ctrl+O"));
-        QCOMPARE(s.window.actionOf("mnuFileSave")->shortcut(), QKeySequence("Ctrl+S"));
         const PlatformServices services = s.window.platform().services();
         QCOMPARE(QString::fromStdString(services.defaultDesignPath), defaultDesignPath());
         QCOMPARE(QString::fromStdString(services.siteDefaultDesignPath),
@@ -162,10 +155,12 @@ class ServicesTest : public QObject
         expectNone(widgetDifferences(w));
     }
 
-    void f1OpensTheTopicOfTheControlInFocus()
+    void keysOpenFilesAndF1TheTopicOfTheControlInFocus()
     {
         StartedWindow s;
         MainWindow& w = s.window;
+        QCOMPARE(w.actionOf("mnuFileOpen")->shortcut(), QKeySequence("Ctrl+O"));
+        QCOMPARE(w.actionOf("mnuFileSave")->shortcut(), QKeySequence("Ctrl+S"));
         QWidget* cutoff = w.widgetOf("Text34");
         cutoff->setFocus(Qt::TabFocusReason);
         QTest::keyClick(cutoff, Qt::Key_F1);
