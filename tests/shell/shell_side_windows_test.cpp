@@ -93,7 +93,7 @@ class SideWindowsTest : public QObject
         QVERIFY(!dialog->isVisible() && !w.form().find("PolePairEntry")->visible);
     }
 
-    void theMenuOpensTheBrowserWhoseHeadsSortAndWhoseNewRowIsStored()
+    void theCatalogueWindowsOpenAndSendTheirEventsByName()
     {
         QFile::remove(QString::fromStdString(CatalogueShell::databasePath()));
         StartedWindow s;
@@ -121,6 +121,12 @@ class SideWindowsTest : public QObject
         QCOMPARE(SqliteStore(CatalogueShell::databasePath()).list().size(), std::size_t{1});
         QTest::mouseClick(browser->widgetOf("frmKRNamps.cbClose"), Qt::LeftButton);
         QVERIFY(!browser->isVisible());
+        // The design's button opens the part list, its grid showing the design's rows.
+        QTest::mouseClick(s.window.widgetOf("ShowPartList"), Qt::LeftButton);
+        CatalogueWindow* parts = s.window.catalogue()->partList();
+        QVERIFY(parts->isVisible());
+        grid = dynamic_cast<GridView*>(parts->widgetOf("PartList.DBGrid1"));
+        QCOMPARE(grid->item(6, 2)->text(), QStringLiteral("(no amplifier selected)"));
     }
 };
 
