@@ -7,11 +7,8 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QStandardPaths>
 #include <QTest>
-#include <QTimer>
 
 namespace qm::test {
 
@@ -38,38 +35,42 @@ HeadlessTwin::HeadlessTwin() : form(platform.services())
     form.moveFocus("RespF");
 }
 
-void HeadlessTwin::act(ActionKind kind, const std::string& control, const std::string& text)
-{
-    applyAction(form, {kind, control, text});
-}
-
 void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
 {
     for (const QString& step : steps.split(';')) {
-        const QString verb = step.section(' ', 0, 0);
-        const QString arg = step.section(' ', 1);
+        const QString verb = step.section(' ', 0, 0), arg = step.section(' ', 1);
         const std::string name = arg.section('=', 0, 0).toStdString();
         const QString value = arg.section('=', 1);
-        if (verb == QLatin1String("enter") || verb == QLatin1String("type")) {
-            const bool enter = verb == QLatin1String("enter");
-            typeInto(w, name.c_str(), value);
-            if (enter) QTest::keyClick(w.widgetOf(name), Qt::Key_Return);
-            twin.act(enter ? ActionKind::Enter : ActionKind::Type, name, value.toStdString());
+        QWidget* widget = w.widgetOf(name);
+        if (verb == "enter" || verb == "type") {
+            // Typed as a person does: focus, replace, keys.
+            auto* entry = qobject_cast<QLineEdit*>(widget);
+            QVERIFY2(entry && entry->isVisible() && entry->isEnabled(), name.c_str());
+            entry->setFocus(Qt::TabFocusReason);
+            entry->selectAll();
+            QTest::keyClicks(entry, value);
+            if (verb == "enter") QTest::keyClick(entry, Qt::Key_Return);
+            twin.act(verb == "enter" ? ActionKind::Enter : ActionKind::Type, name,
+                     value.toStdString());
             // The twin's typing leaves the entry at once; the window's stays in it.
-            if (!enter) twin.form.moveFocus(name);
-        } else if (verb == QLatin1String("focus")) {
-            w.widgetOf(name)->setFocus(Qt::TabFocusReason);
+            if (verb == "type") twin.form.moveFocus(name);
+        } else if (verb == "focus") {
+            widget->setFocus(Qt::TabFocusReason);
             twin.form.moveFocus(name);
-        } else if (verb == QLatin1String("click")) {
-            QWidget* widget = w.widgetOf(name);
-            QVERIFY2(widget, name.c_str());
+        } else if (verb == "click") {
             QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
             twin.act(ActionKind::Click, name);
-        } else if (verb == QLatin1String("pick")) {
-            pickFromList(w, name.c_str(), value.toInt());
+        } else if (verb == "pick") {
+            // The list drops down under the mouse; Enter takes the item.
+            auto* list = qobject_cast<QComboBox*>(widget);
+            QTest::mouseClick(list, Qt::LeftButton, {}, list->rect().center());
+            QVERIFY(QTest::qWaitForWindowExposed(list->view()->window()));
+            list->view()->setCurrentIndex(list->model()->index(value.toInt(), 0));
+            QTest::keyClick(list->view(), Qt::Key_Return);
+            QTRY_VERIFY(!list->view()->isVisible());
             twin.act(ActionKind::Select, name, value.toStdString());
         } else {
-            QVERIFY2(verb == QLatin1String("menu"), qPrintable(step));
+            QVERIFY2(verb == "menu", qPrintable(step));
             w.actionOf(name)->trigger();
             twin.form.raise(name, FormEvent::Click);
         }
@@ -78,50 +79,41 @@ void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps)
 
 namespace {
 
-template <class T>
-void compare(QStringList& out, const Control& c, const char* field, const T& a, const T& b)
+void diff(QStringList& out, const Control& c, const char* field, const std::string& a,
+          const std::string& b)
 {
-    if (a == b) return;
-    auto str = [](const T& v) {
-        if constexpr (std::is_arithmetic_v<T>)
-            return QString::number(v);
-        else
-            return QString::fromStdString(v);
-    };
-    out << QStringLiteral("%1.%2: '%3' / '%4'")
-               .arg(QString::fromStdString(c.name), QLatin1String(field), str(a), str(b));
+    if (a != b) out << QString::fromStdString(c.name + "." + field + ": '" + a + "' / '" + b + "'");
 }
 
-/// The text a widget shows, in the model's terms.
-std::string shownText(const QWidget* w)
+void diff(QStringList& out, const Control& c, const char* field, long a, long b)
 {
-    if (auto* e = qobject_cast<const QLineEdit*>(w)) return e->text().toStdString();
-    if (auto* l = dynamic_cast<const TextLabel*>(w)) return l->text().toStdString();
-    if (auto* b = qobject_cast<const QAbstractButton*>(w)) return b->text().toStdString();
-    if (auto* g = qobject_cast<const QGroupBox*>(w)) return g->title().toStdString();
-    return {};
+    diff(out, c, field, std::to_string(a), std::to_string(b));
 }
 
 } // namespace
+
+QString shownText(const QWidget* w)
+{
+    if (auto* e = qobject_cast<const QLineEdit*>(w)) return e->text();
+    if (auto* l = dynamic_cast<const TextLabel*>(w)) return l->text();
+    if (auto* b = qobject_cast<const QAbstractButton*>(w)) return b->text();
+    if (auto* g = qobject_cast<const QGroupBox*>(w)) return g->title();
+    return {};
+}
 
 QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
 {
     QStringList out;
     for (const Control* ca : a.all()) {
-        const Control* cb = b.find(ca->name);
-        if (!cb) {
-            out << QString::fromStdString(ca->name) + QStringLiteral(": missing");
-            continue;
-        }
-        compare(out, *ca, "text", ca->text, cb->text);
-        compare<long>(out, *ca, "visible", ca->visible, cb->visible);
-        compare<long>(out, *ca, "enabled", ca->enabled, cb->enabled);
-        compare<long>(out, *ca, "value", ca->value, cb->value);
-        compare<long>(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
-        compare<long>(out, *ca, "place", ca->left * 100000L + ca->top,
-                      cb->left * 100000L + cb->top);
-        compare<long>(out, *ca, "x1", ca->x1, cb->x1);
-        compare<long>(out, *ca, "height", ca->height, cb->height);
+        const Control* cb = b.find(ca->name); // the same class: never missing
+        diff(out, *ca, "text", ca->text, cb->text);
+        diff(out, *ca, "visible", ca->visible, cb->visible);
+        diff(out, *ca, "enabled", ca->enabled, cb->enabled);
+        diff(out, *ca, "value", ca->value, cb->value);
+        diff(out, *ca, "listIndex", ca->listIndex, cb->listIndex);
+        diff(out, *ca, "place", ca->left * 100000L + ca->top, cb->left * 100000L + cb->top);
+        diff(out, *ca, "x1", ca->x1, cb->x1);
+        diff(out, *ca, "height", ca->height, cb->height);
     }
     return out;
 }
@@ -129,24 +121,27 @@ QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b)
 QStringList widgetDifferences(MainWindow& w)
 {
     QStringList out;
-    for (const Control* c : w.form().all()) {
+    const QuellmarkForm& f = w.form();
+    diff(out, f.Form, "title", f.Form.text, w.windowTitle().toStdString());
+    for (const Control* c : f.all()) {
+        if (const QAction* a = w.actionOf(c->name); a && !a->isSeparator()) {
+            if (a->isCheckable()) diff(out, *c, "entry checked", c->selected(), a->isChecked());
+            diff(out, *c, "entry visible", c->visible, a->isVisible());
+        }
         const QWidget* widget = w.widgetOf(c->name);
         if (!widget) continue;
         const bool textless = c->kind == ControlKind::Picture || c->kind == ControlKind::ListBox;
-        compare(out, *c, "shown text", textless ? std::string() : screenText(c->text).toStdString(),
-                textless ? std::string() : shownText(widget));
-        compare<long>(out, *c, "shown visible", c->visible, !widget->isHidden());
-        compare(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
-        compare<long>(out, *c, "shown enabled", c->enabled,
-                      !widget->testAttribute(Qt::WA_ForceDisabled));
-        const QPoint at = controlRect(*c).topLeft();
-        const QPoint shownAt = widget->geometry().topLeft();
-        compare<long>(out, *c, "shown place", at.x() * 10000L + at.y(),
-                      shownAt.x() * 10000L + shownAt.y());
+        diff(out, *c, "shown text", textless ? std::string() : screenText(c->text).toStdString(),
+             textless ? std::string() : shownText(widget).toStdString());
+        diff(out, *c, "shown visible", c->visible, !widget->isHidden());
+        diff(out, *c, "shown tool-tip", c->toolTip, widget->toolTip().toStdString());
+        diff(out, *c, "shown enabled", c->enabled, !widget->testAttribute(Qt::WA_ForceDisabled));
+        const QPoint at = controlRect(*c).topLeft(), shownAt = widget->geometry().topLeft();
+        diff(out, *c, "shown place", at.x() * 10000L + at.y(), shownAt.x() * 10000L + shownAt.y());
         if (auto* list = qobject_cast<const QComboBox*>(widget))
-            compare<long>(out, *c, "shown index", c->listIndex, list->currentIndex());
+            diff(out, *c, "shown index", c->listIndex, list->currentIndex());
         if (auto* button = dynamic_cast<const ChoiceButton*>(widget))
-            compare<long>(out, *c, "shown value", c->checked() || c->selected(), button->isOn());
+            diff(out, *c, "shown value", c->checked() || c->selected(), button->isOn());
     }
     return out;
 }
@@ -182,47 +177,6 @@ void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts)
 {
     expectNone(modelDifferences(w.form(), twin.form) + widgetDifferences(w) +
                (texts ? overlappingTexts(w) : QStringList()));
-}
-
-QRectF partBody(const Part& p)
-{
-    const double along = kPartLength / 2;
-    const double across = p.kind == PartKind::Capacitor ? 85 : 50;
-    const QPointF half = p.vertical ? QPointF(across, along) : QPointF(along, across);
-    return QRectF(p.centre - half, p.centre + half);
-}
-
-MessageCatcher::MessageCatcher()
-{
-    QObject::connect(&timer, &QTimer::timeout, [this] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box) return;
-        caught << box->windowTitle() + QStringLiteral(": ") + box->text();
-        (box->defaultButton() ? box->defaultButton() : box->buttons().value(0))->click();
-    });
-    timer.start(10);
-}
-
-void typeInto(MainWindow& w, const char* control, const QString& text)
-{
-    auto* entry = qobject_cast<QLineEdit*>(w.widgetOf(control));
-    QVERIFY2(entry && entry->isVisible() && entry->isEnabled(), control);
-    entry->setFocus(Qt::TabFocusReason);
-    entry->selectAll();
-    QTest::keyClicks(entry, text);
-}
-
-void pickFromList(MainWindow& w, const char* control, int index)
-{
-    auto* list = qobject_cast<QComboBox*>(w.widgetOf(control));
-    QVERIFY2(list, control);
-    QTest::mouseClick(list, Qt::LeftButton, {}, list->rect().center());
-    QAbstractItemView* view = list->view();
-    QVERIFY(QTest::qWaitForWindowExposed(view->window()));
-    // In the open list a person moves to the item and takes it with Enter.
-    view->setCurrentIndex(list->model()->index(index, 0));
-    QTest::keyClick(view, Qt::Key_Return);
-    QTRY_VERIFY(!view->isVisible());
 }
 
 } // namespace qm::test

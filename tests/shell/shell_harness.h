@@ -1,16 +1,13 @@
 #pragma once
 // What the window tests share: a started window, its headless twin driven
-// by the command line's actions, comparisons of the two, and a catcher for
-// the message boxes that a handler opens.
+// by the command line's actions, and comparisons of the two.
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "screen/user_actions.h"
 #include "shell/main_window.h"
-#include "shell/schematic_sketch.h"
 
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 
 #include <string>
 
@@ -28,7 +25,10 @@ struct StartedWindow
 struct HeadlessTwin
 {
     HeadlessTwin();
-    void act(ActionKind kind, const std::string& control, const std::string& text = {});
+    void act(ActionKind kind, const std::string& control, const std::string& text = {})
+    {
+        applyAction(form, {kind, control, text});
+    }
     RecordingPlatform platform;
     QuellmarkForm form;
 };
@@ -39,9 +39,11 @@ struct HeadlessTwin
 /// "pick LIST=INDEX", "menu NAME".
 void applySteps(MainWindow& w, HeadlessTwin& twin, const QString& steps);
 
+/// The text a widget shows.
+QString shownText(const QWidget* w);
 /// Controls whose state differs between the two forms, one line each.
 QStringList modelDifferences(const QuellmarkForm& a, const QuellmarkForm& b);
-/// Controls whose widget doesn't show what the model holds.
+/// Controls whose widget or menu entry doesn't show what the model holds.
 QStringList widgetDifferences(MainWindow& w);
 /// Pairs of texts of the screen that stand on each other.
 QStringList overlappingTexts(MainWindow& w);
@@ -50,22 +52,5 @@ void expectNone(const QStringList& found);
 /// The window and its twin agree, the widgets show the model and, with
 /// `texts`, no two texts stand on each other.
 void expectAgreement(MainWindow& w, const HeadlessTwin& twin, bool texts = true);
-/// What a part's body takes on its picture, in twips.
-QRectF partBody(const Part& p);
-
-/// Answers every message box that opens while it lives with its default
-/// button, keeping "title: text" of each.
-struct MessageCatcher
-{
-    MessageCatcher();
-    QStringList messages() const { return caught; }
-    QStringList caught;
-    QTimer timer;
-};
-
-/// Types `text` into an entry as a person does: focus, replace, keys.
-void typeInto(MainWindow& w, const char* control, const QString& text);
-/// Opens a list's drop-down with the mouse and picks an item in it.
-void pickFromList(MainWindow& w, const char* control, int index);
 
 } // namespace qm::test
