@@ -218,6 +218,44 @@ class WindowTest : public QObject
             QVERIFY(font.pointSizeF() >= 0.8 * list->font().pointSizeF());
         }
     }
+
+    void sizeAndPlaceAreKeptBetweenRuns()
+    {
+        QRect kept;
+        {
+            StartedWindow s;
+            s.window.setGeometry(QRect(QPoint(40, 30), s.window.size() * 3 / 2));
+            QCoreApplication::processEvents();
+            kept = s.window.geometry();
+            s.window.close();
+        }
+        MainWindow w;
+        w.start();
+        w.readSettings();
+        QCOMPARE(w.geometry(), kept);
+    }
+
+    void busyPointerFollowsTheLastSettingAndYieldsToMessages()
+    {
+        {
+            StartedWindow s;
+            QtPlatform& p = s.window.platform();
+            p.setBusy(true);
+            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            p.setBusy(false);
+            QVERIFY(!QGuiApplication::overrideCursor());
+            p.setBusy(true);
+            {
+                MessageCatcher catcher; // a message is read with the arrow
+                QTimer::singleShot(0, [] {
+                    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+                });
+                p.showMessage("m", "t", MessageButtons::Ok, MessageIcon::None);
+            }
+            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        }
+        QVERIFY(!QGuiApplication::overrideCursor()); // freed when the window goes
+    }
 };
 
 QTEST_MAIN(WindowTest)
