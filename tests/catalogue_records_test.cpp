@@ -116,6 +116,8 @@ TEST(EditChecks, NameTheFieldAndItsRule)
         {9, "fast", std::string("BW") + number},
         {6, "3 to 5", std::string("Min Vcc (V)") + number}, // a two-line head on one line
         {33, "3 by 3", "Area field must be a number or a size such as 3 x 3."},
+        {33, "3 x c", "Area field must be a number or a size such as 3 x 3."},
+        {33, "2.5*4", ""},
         {9, "", ""},
         {2, "anything, \"quoted\"", ""}};
     for (const auto& [field, text, message] : cases) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <locale>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,25 @@ struct TextValue
     std::string text;
     double value;
 };
+
+/// A locale whose numbers use `sep` as their decimal point.
+std::locale withDecimalPoint(char sep)
+{
+    struct Punct : std::numpunct<char>
+    {
+        explicit Punct(char c) : sep(c) {}
+        char do_decimal_point() const override { return sep; }
+        char sep;
+    };
+    return {std::locale::classic(), new Punct(sep)};
+}
+
+TEST(DecimalSeparator, OnlyAPointOrACommaIsTaken)
+{
+    for (const auto& [sep, taken] :
+         {std::pair{'.', '.'}, std::pair{',', ','}, std::pair{'\'', '.'}, std::pair{'1', '.'}})
+        EXPECT_EQ(usableDecimalSeparator(withDecimalPoint(sep)), taken) << sep;
+}
 
 // --- strict and leading conversions ----------------------------------------
 

@@ -101,8 +101,8 @@ void CatalogueWindows::OpenKRNampsForm()
     sortRecords(records_, sortKey_, tieKey(sortKey_));
     fillGrid();
     grid_->col = 0;
-    const int found = rowOfDevice(partListControl(form_, "OpAmpSelection").text);
-    grid_->row = found >= 0 ? found : std::max(0, grid_->rowCount() - 1);
+    grid_->row = rowOfDevice(partListControl(form_, "OpAmpSelection").text)
+                     .value_or(std::max(0, grid_->rowCount() - 1));
     showCount();
     form_.find(kBrowser)->visible = true;
 }
@@ -161,12 +161,12 @@ void CatalogueWindows::showCount()
         "Qty = " + (records_.empty() ? std::string() : std::to_string(records_.size()));
 }
 
-int CatalogueWindows::rowOfDevice(const std::string& deviceName) const
+std::optional<int> CatalogueWindows::rowOfDevice(const std::string& deviceName) const
 {
     const std::string wanted = trimmed(deviceName);
     for (std::size_t k = 0; k < records_.size(); ++k)
         if (trimmed(records_[k][field::DeviceName]) == wanted) return static_cast<int>(k);
-    return -1;
+    return std::nullopt;
 }
 
 // --- Sorting ----------------------------------------------------------------
@@ -180,7 +180,7 @@ void CatalogueWindows::sortBy(const SortKey& key)
     sortKey_ = key;
     sortRecords(records_, sortKey_, tieKey(sortKey_));
     fillGrid();
-    if (const int row = rowOfDevice(current); row >= 0) grid_->row = row;
+    if (const auto row = rowOfDevice(current)) grid_->row = *row;
 }
 
 void CatalogueWindows::DBGrid1_HeadClick(int column)
@@ -297,7 +297,7 @@ void CatalogueWindows::cbEdit_Click()
     leaveEditMode();
     reload();
     grid_->col = 0;
-    if (const int r = rowOfDevice(record[field::DeviceName]); r >= 0) grid_->row = r;
+    if (const auto r = rowOfDevice(record[field::DeviceName])) grid_->row = *r;
     if (chosen) {
         takeAmplifier(record);
         updatescreen(form_);

@@ -7,6 +7,7 @@
 #include "catalogue/data_sheets.h"
 #include "catalogue/record_sort.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,7 +58,7 @@ class CatalogueWindows
     void sortBy(const SortKey& key);
     void fillGrid();
     void showCount();
-    int rowOfDevice(const std::string& deviceName) const;
+    std::optional<int> rowOfDevice(const std::string& deviceName) const;
 
     void DBGrid1_HeadClick(int column);
     void txtSortBy_Change();

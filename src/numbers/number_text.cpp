@@ -284,18 +284,21 @@ std::string formatPattern(double x, std::string_view pattern, char decSep)
     return text.empty() ? "0" : text;
 }
 
+char usableDecimalSeparator(const std::locale& locale)
+{
+    // A separator that is part of a number itself, or that a designer can't
+    // type, would make entries unreadable.
+    const char sep = std::use_facet<std::numpunct<char>>(locale).decimal_point();
+    return sep == ',' ? ',' : '.';
+}
+
 char localeDecimalSeparator()
 {
     try {
-        const std::locale user("");
-        const char sep = std::use_facet<std::numpunct<char>>(user).decimal_point();
-        // Only a separator that a designer can type and that is no part of a
-        // number itself is usable; anything else falls back to the point.
-        if (sep == '.' || sep == ',') return sep;
+        return usableDecimalSeparator(std::locale(""));
     } catch (const std::exception&) {
-        // A locale the runtime can't build: keep the point.
+        return '.'; // a locale the runtime can't build
     }
-    return '.';
 }
 
 } // namespace qm

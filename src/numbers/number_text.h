@@ -2,6 +2,7 @@
 // The three conversions between numbers and text that the whole program uses,
 // and the digit patterns of the result displays. Every one honours the
 // locale's decimal separator, passed as decSep.
+#include <locale>
 #include <string>
 #include <string_view>
 
@@ -26,7 +27,10 @@ std::string generalText(double x, char decSep);
 /// '0' is a forced digit, '#' an optional one.
 std::string formatPattern(double x, std::string_view pattern, char decSep);
 
-/// The decimal separator of the user's locale, taken from the text of 1/2.
+/// The decimal separator of the user's locale.
 char localeDecimalSeparator();
+/// The decimal separator of `locale` when a designer can type it (a point or
+/// a comma); otherwise the point.
+char usableDecimalSeparator(const std::locale& locale);
 
 } // namespace qm
