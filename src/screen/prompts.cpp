@@ -179,10 +179,11 @@ std::string sensitivityPrompt(char decSep)
         decSep);
 }
 
-/// A section array element, 0 for a row that stands for no section.
+/// A section array element (sections count from 1), 0 for a row that
+/// stands for no section.
 float sectionValue(const SectionFloats& values, int j)
 {
-    return j >= 0 && j < kSectionSlots ? values[static_cast<std::size_t>(j)] : 0.0f;
+    return j >= 1 && j < kSectionSlots ? values[static_cast<std::size_t>(j)] : 0.0f;
 }
 
 /// The design section shown on entry row `row`.
