@@ -80,15 +80,20 @@ TEST_P(StoreContract, KeepsOrderRefusesTakenNamesAndAddsManyAllOrNone)
     store->update("QX1", amp("QX3", "2 M"));
     EXPECT_EQ(names(*store), (std::vector<std::string>{"QX2", "QX3"}));
     EXPECT_EQ(store->list()[1][9], "2 M");
-    try {
-        store->update("QX3", amp("QX2"));
-        ADD_FAILURE() << "a rename onto a taken name went through";
-    } catch (const qm::StoreError& e) {
-        EXPECT_STREQ(e.what(), "Device Name 'QX2' is already in the catalogue.");
-    }
-    EXPECT_THROW(store->update("QX9", amp("QX9")), qm::StoreError);
+    const auto refusal = [&](const std::function<void()>& change) {
+        try {
+            change();
+        } catch (const qm::StoreError& e) {
+            return std::string(e.what());
+        }
+        return std::string("(done)");
+    };
+    EXPECT_EQ(refusal([&] { store->update("QX3", amp("QX2")); }),
+              "Device Name 'QX2' is already in the catalogue.");
+    EXPECT_EQ(refusal([&] { store->update("QX9", amp("QX9")); }),
+              "Device 'QX9' is not in the catalogue.");
     store->remove("QX2");
-    EXPECT_THROW(store->remove("QX2"), qm::StoreError);
+    EXPECT_EQ(refusal([&] { store->remove("QX2"); }), "Device 'QX2' is not in the catalogue.");
 
     EXPECT_THROW(store->addAll({amp("QX4"), amp("QX5"), amp("QX3")}), qm::StoreError);
     EXPECT_EQ(names(*store), (std::vector<std::string>{"QX3"}));
