@@ -66,7 +66,6 @@ void prepareRun(QuellmarkForm& f)
     for (Control* c : f.all())
         if (c->kind == ControlKind::OptionButton || c->kind == ControlKind::Frame)
             c->backColor = kFormColor;
-    f.Label17.backColor = kFormColor;
     f.TypeFilter.backColor = kWhite;
 }
 
