@@ -68,8 +68,7 @@ std::vector<Shortfall> shortfalls(const QuellmarkForm& f)
     std::vector<Shortfall> out;
     const auto& bw = f.catalogue.amplifier.bandwidthHz;
     if (f.catalogue.amplifier.deviceName.empty() || !bw || *bw <= 0) return out;
-    const std::array<const Control*, 5> letters{&f.Label2, &f.Label3, &f.Label4, &f.Label5,
-                                                &f.Label6};
+    const Control* const letters[] = {&f.Label2, &f.Label3, &f.Label4, &f.Label5, &f.Label6};
     for (std::size_t q = 0; q < f.GBPreq.size(); ++q) {
         std::string text = trimmed(f.GBPreq[q].text);
         std::replace(text.begin(), text.end(), f.decSep, '.');

@@ -101,8 +101,11 @@ inline void addGrid(std::vector<std::string>& lines, const GridModel& g)
 {
     std::string head = g.name + " grid row=" + std::to_string(g.row) +
                        " col=" + std::to_string(g.col) + (g.allowUpdate ? " editing" : "") + " |";
+    constexpr const char* kAlign[] = {"grid's", "left", "right", "centre"};
     for (const GridColumn& c : g.columns)
-        head += " " + c.caption + " |";
+        head += " " + visible(c.caption) + " " + std::to_string(c.width) + " " +
+                kAlign[std::clamp(c.alignment + 1, 0, 3)] +
+                (c.format.empty() ? "" : " " + c.format) + " |";
     lines.push_back(head);
     for (std::size_t r = 0; r < g.rows.size(); ++r) {
         std::string row = "  |";
