@@ -186,6 +186,7 @@ TEST(Csv, ReadsRecordsOrSaysWhere)
 TEST(Csv, KnowsUtf8)
 {
     EXPECT_TRUE(qm::isUtf8("plain \xC2\xB1 \xE2\x82\xAC \xF0\x9F\x98\x80"));
+    EXPECT_TRUE(qm::isUtf8("\xED\x9F\xBF \xEE\x80\x80")) << "either side of the surrogates";
     for (const char* bad : {"\xC2", "\xFF", "\xC0\x80", "\xED\xA0\x80", "\xE2\x82", "\x80"})
         EXPECT_FALSE(qm::isUtf8(bad)) << static_cast<int>(static_cast<unsigned char>(bad[0]));
 }
