@@ -214,7 +214,8 @@ TEST(Import, RefusesANameTakenBeforeTheImport)
 TEST(Import, FindsColumnsByHeadInAnyOrder)
 {
     qm::MemoryStore store;
-    const auto r = qm::importAmplifiers("bw,Unknown,device name,RR INPUT T/F\r\n"
+    const auto r = qm::importAmplifiers("\xEF\xBB\xBF" // a byte-order mark is no part of the head
+                                        "bw,Unknown,device name,RR INPUT T/F\r\n"
                                         "1 G,x,QX1,t\r\n",
                                         store);
     AmplifierRecord expected = record("QX1", 4, "T");
