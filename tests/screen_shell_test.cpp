@@ -97,6 +97,14 @@ TEST(StoredSetting, DecidesTheWindowAtStart)
     }
 }
 
+TEST(StoredSetting, IsReadFromAHandEditedFile)
+{
+    qm::test::TempFolder dir;
+    qm::test::writeFile(dir.file("s.ini"), "  [ShowAbout]  \r\n Value = False \r\n");
+    EXPECT_EQ(qm::IniSettings(dir.file("s.ini")).getSetting("Quellmark", "ShowAbout", "Value", ""),
+              "False");
+}
+
 std::string readPage(const std::string& page)
 {
     const char* data = std::getenv("QUELLMARK_TEST_DATA");
