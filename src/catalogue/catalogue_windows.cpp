@@ -319,7 +319,6 @@ void CatalogueWindows::leaveEditMode()
     browserControl(form_, "cbSelect").enabled = true;
     browserControl(form_, "cbClose").enabled = true;
     grid_->allowAddNew = false;
-    grid_->allowDelete = false;
     grid_->allowUpdate = false;
 }
 

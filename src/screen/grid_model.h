@@ -29,7 +29,6 @@ struct GridModel
     int row = 0; ///< current row; rows.size() is the place of a new row
     int col = 0; ///< current column
     bool allowAddNew = false;
-    bool allowDelete = false;
     bool allowUpdate = false;
 
     /// The current cell's text, or nullptr past the rows.

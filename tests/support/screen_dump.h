@@ -101,7 +101,7 @@ inline void addGrid(std::vector<std::string>& lines, const GridModel& g)
 {
     std::string head = g.name + " grid row=" + std::to_string(g.row) +
                        " col=" + std::to_string(g.col) + (g.allowUpdate ? " editing" : "") +
-                       (g.allowAddNew ? " adding" : "") + (g.allowDelete ? " deleting" : "") + " |";
+                       (g.allowAddNew ? " adding" : "") + " |";
     constexpr const char* kAlign[] = {"grid's", "left", "right", "centre"};
     for (const GridColumn& c : g.columns)
         head += " " + visible(c.caption) + " " + std::to_string(c.width) + " " +
