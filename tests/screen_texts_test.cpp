@@ -2,6 +2,7 @@
 // its key in both separators, the prompt each control shows when it gets the
 // focus or a click, every tool-tip and every list's items. The reference is
 // tests/data/texts/fixed_texts.txt, written by tests/data/screens/make_screens.sh.
+#include "catalogue/catalogue_windows.h"
 #include "design/cycle.h"
 #include "screen/prompts.h"
 #include "support/screen_dump.h"
@@ -22,6 +23,9 @@ struct Screen
     qm::RecordingPlatform platform;
     qm::PlatformServices services = platform.services();
     qm::QuellmarkForm form{services};
+    qm::MemoryStore store;
+    qm::RecordingLauncher launcher;
+    qm::CatalogueWindows windows{form, {&store, &launcher, {}}};
 };
 
 /// The key whose text the Prompt panel shows, or "none".
@@ -72,7 +76,9 @@ TEST(FixedTexts, MatchTheirReference)
     addPromptsShown(lines, qm::FormEvent::GotFocus, "focus");
     addPromptsShown(lines, qm::FormEvent::Click, "click");
     Screen s('.');
-    for (const qm::Control* c : s.form.all()) {
+    std::vector<const qm::Control*> controls(s.form.all().begin(), s.form.all().end());
+    controls.insert(controls.end(), s.form.windowControls().begin(), s.form.windowControls().end());
+    for (const qm::Control* c : controls) {
         if (!c->toolTip.empty())
             lines.push_back("tool-tip " + c->name + ": " + qm::test::visible(c->toolTip));
         if (c->items.empty()) continue;
