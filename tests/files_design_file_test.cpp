@@ -147,7 +147,7 @@ INSTANTIATE_TEST_SUITE_P(Files, BadFiles, ::testing::ValuesIn(badFiles()), nameO
 
 TEST(OpenFile, Latin1TextBecomesUtf8)
 {
-    EXPECT_EQ(qm::utf8OrLatin1("w\xf6rth \xb1"), "w\xc3\xb6rth \xc2\xb1");
+    EXPECT_EQ(qm::utf8OrLatin1("w\xf6rth \xb1 \x80"), "w\xc3\xb6rth \xc2\xb1 \xc2\x80");
     EXPECT_EQ(qm::utf8OrLatin1("w\xc3\xb6rth"), "w\xc3\xb6rth");
     EXPECT_EQ(qm::utf8OrLatin1("\xe0\xa0\x80\xed\x9f\xbf"), "\xe0\xa0\x80\xed\x9f\xbf");
     EXPECT_EQ(qm::utf8OrLatin1("\xed\xa0\x80"), "\xc3\xad\xc2\xa0\xc2\x80") << "no surrogates";

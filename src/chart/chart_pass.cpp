@@ -131,9 +131,6 @@ void sweepSection(QuellmarkForm& f, int s, const SweepPoints& at)
         f.sweepPhaseDeg[i] = keptF32(d64(f.sweepPhaseDeg[i]) + signedPhase);
         f.sweepGainDB[i] = keptF32(d64(f.sweepGainDB[i]) + d64(mag));
     }
-    // What the last evaluation left, as after a call of Response.
-    f.respMag = mag;
-    f.respPhase = phase;
 }
 
 void sweep(QuellmarkForm& f, double h)
