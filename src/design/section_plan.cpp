@@ -137,29 +137,18 @@ void multipleFeedbackRow(QuellmarkForm& f, int i, bool inUse, bool hp)
 
 void joiningLines(QuellmarkForm& f)
 {
+    // The rows have joined their own pictures; a differential design joins
+    // its sections by lines of its own, and past five poles the two rows of
+    // pictures are joined as well.
     const bool fda = f.FDAcircuit.checked();
     if (fda)
         for (Control& c : f.schLine)
             c.visible = false;
+    const bool twoRows = f.n > 5;
     for (Control& c : f.FDAschLine)
-        c.visible = false;
-    if (f.n > 5) {
-        f.schLine[1].visible = true;
-        if (!fda) {
-            f.Line2.visible = true;
-            f.Line3.visible = true;
-        } else {
-            for (Control& c : f.FDAschLine)
-                c.visible = true;
-            f.Line2.visible = false;
-            f.Line3.visible = false;
-            f.schLine[1].visible = false;
-        }
-    } else {
-        f.schLine[1].visible = false;
-        f.Line2.visible = false;
-        f.Line3.visible = false;
-    }
+        c.visible = twoRows && fda;
+    f.Line2.visible = twoRows && !fda;
+    f.Line3.visible = twoRows && !fda;
 }
 
 } // namespace
