@@ -131,8 +131,7 @@ float roundSignificant(float x, int d)
 std::string EngEntry(std::string& entry, char decSep)
 {
     std::string raw = entry;
-    // A lone "1" is no entry at all; neither is an empty or blank field.
-    if (entry == "1") entry.clear();
+    // An empty or blank field is no entry at all.
     if (entry.empty() || entry == " ") {
         entry.clear();
         return raw;
