@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
         RoundCase{192, kRes, 1, 4950, 4930}, RoundCase{48, kRes, 1, 4.7f, 4.64f},
         // E192 holds 9.20 where the rule gives 9.19.
         RoundCase{192, kRes, 1, 9150, 9200}, RoundCase{192, kRes, 1, 9250, 9200},
-        RoundCase{192, kRes, 1, 9085, 9090},
+        RoundCase{192, kRes, 1, 9085, 9090}, RoundCase{192, kRes, 1, 9315, 9310},
         // Capacitors step from the nearest value; capdiv scales the series.
         RoundCase{24, 1, 1, 3.636e-8f, 3.9e-8f}, RoundCase{24, -1, 1, 1.02e-9f, 9.1e-10f},
         RoundCase{6, 1, 1, 9.9e-9f, 1.5e-8f}, RoundCase{24, 1, 2, 40e-9f, 44e-9f},
