@@ -9,9 +9,10 @@ set -euo pipefail
 # The build (the window needs Qt and its GL headers, the benchmarks Google
 # Benchmark) and the tests (GoogleTest; the window's tests draw text on Qt's
 # offscreen platform, which needs a font; the printing tests read their PDF
-# with poppler's tools; the amplifier catalogue is kept with SQLite).
+# with poppler's tools; the amplifier catalogue is kept with SQLite; the
+# circuits are solved with Eigen and their netlists checked by ngspice).
 packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
-          libsqlite3-dev fonts-dejavu-core poppler-utils)
+          libsqlite3-dev fonts-dejavu-core poppler-utils libeigen3-dev ngspice)
 if [ "${1:-}" = "--checks" ]; then
     packages+=(clang-format clang-tidy clang libclang-rt-14-dev)
 fi

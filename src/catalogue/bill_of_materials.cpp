@@ -1,5 +1,6 @@
 #include "catalogue/bill_of_materials.h"
 
+#include "catalogue/part_groups.h"
 #include "screen/quellmark_form.h"
 
 #include <map>
@@ -36,26 +37,32 @@ std::vector<int> signalOrder(const QuellmarkForm& f)
     return order;
 }
 
-std::vector<BomLine> passiveLines(const QuellmarkForm& f, bool capacitors, bool pairs)
+std::vector<BomLine> passiveLines(const QuellmarkForm& f, bool pairs)
 {
-    const std::string series = listChoice(capacitors ? f.CapacitorList : f.ResistorList);
-    std::vector<BomLine> lines;
-    std::map<std::string, std::size_t> byValue;
+    std::vector<ListedPart> listed;
+    std::vector<const SchematicPart*> shown;
     for (int j : signalOrder(f)) {
         for (const SchematicPart& p : f.catalogue.sectionParts[static_cast<std::size_t>(j)]) {
-            if (p.capacitor != capacitors) continue;
-            auto [it, fresh] = byValue.emplace(p.value, lines.size());
-            if (fresh) {
-                BomLine line;
-                line.value = p.value;
-                line.description = describe(capacitors, series, pairs);
-                line.warning = practicalValueWarning(p);
-                lines.push_back(line);
-            }
-            BomLine& line = lines[it->second];
-            line.quantity += pairs ? 2 : 1;
-            line.designators += (line.designators.empty() ? "" : ", ") + p.designator;
+            listed.push_back({p.designator, p.value, p.capacitor, {}});
+            shown.push_back(&p);
         }
+    }
+    std::vector<BomLine> lines;
+    for (const PartGroup& g : groupParts(listed)) {
+        BomLine line;
+        line.value = g.value;
+        const std::string series = listChoice(g.capacitor ? f.CapacitorList : f.ResistorList);
+        line.description = describe(g.capacitor, series, pairs);
+        line.quantity = static_cast<int>(g.designators.size()) * (pairs ? 2 : 1);
+        for (const std::string& d : g.designators)
+            line.designators += (line.designators.empty() ? "" : ", ") + d;
+        // The warning speaks of the first part of the line.
+        for (std::size_t i = 0; i < listed.size(); ++i)
+            if (listed[i].designator == g.designators.front()) {
+                line.warning = practicalValueWarning(*shown[i]);
+                break;
+            }
+        lines.push_back(line);
     }
     return lines;
 }
@@ -107,9 +114,7 @@ std::string practicalValueWarning(const SchematicPart& part)
 std::vector<BomLine> billOfMaterials(const QuellmarkForm& f)
 {
     const bool fda = f.FDAcircuit.checked() && f.circuitType == 0;
-    std::vector<BomLine> lines = passiveLines(f, false, fda);
-    for (BomLine& l : passiveLines(f, true, fda))
-        lines.push_back(std::move(l));
+    std::vector<BomLine> lines = passiveLines(f, fda);
     if (f.sectionRows > 0) lines.push_back(amplifierLine(f, fda));
     return lines;
 }

@@ -208,6 +208,18 @@ const std::map<std::string, Handler>& valueOptions()
              cl.ownAnswers.push_back({cl.actions.size(), {v}, {MessageAnswer::Yes}});
              addAction(cl, {ActionKind::Click, "SaveChartData", ""});
          }},
+        {"--export-spice",
+         [](CommandLine& cl, const std::string& v) {
+             if (v.empty()) throw UsageError("--export-spice needs a file path");
+             cl.ownAnswers.push_back({cl.actions.size(), {v}, {MessageAnswer::Yes}});
+             addAction(cl, {ActionKind::Click, "ExportSpice", ""});
+         }},
+        {"--bom",
+         [](CommandLine& cl, const std::string& v) {
+             if (v.empty()) throw UsageError("--bom needs a file path");
+             cl.ownAnswers.push_back({cl.actions.size(), {v}, {MessageAnswer::Yes}});
+             addAction(cl, {ActionKind::Click, "ExportBom", ""});
+         }},
         {"--answer-file",
          [](CommandLine& cl, const std::string& v) { cl.fileAnswers.push_back(v); }},
         {"--catalogue",
@@ -340,6 +352,8 @@ Answers to what the actions ask, taken in the order asked:
 
 Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
+  --export-spice PATH     write the design's SPICE netlist to PATH, replacing a file there
+  --bom PATH              write the bill of materials (CSV) to PATH, replacing a file there
 
 Design files (each answers its own dialog and question):
   --open PATH          File > Open, choosing PATH

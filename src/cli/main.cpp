@@ -1,4 +1,5 @@
 // quellmark-cli: the design screen without a window, for scripts.
+#include "circuit/circuit_exports.h"
 #include "cli/command_line.h"
 #include "cli/control_guide.h"
 #include "cli/file_options.h"
@@ -59,6 +60,7 @@ int main(int argc, char** argv)
         platform.fileAnswers.assign(cl.fileAnswers.begin(), cl.fileAnswers.end());
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
+        qm::addCircuitHandlers(form);
         qm::CatalogueRun catalogue(form, cl.catalogue);
         form.runGuarded([&] { qm::Form_Initialize(form); });
         if (cl.listControls) {

@@ -62,7 +62,8 @@ struct FormControls
 
     // Menus.
     Control mnuFile, mnuFileNew, mnuFileBar0, mnuFileOpen, mnuFileSave, mnuFileSaveAs, mnuFileBar1,
-        SaveChartData, MenuFileBar2, Print, mnuFileBar2, Exitmnu;
+        SaveChartData, ExportSpice, ExportBom, ExportReport, MenuFileBar2, Print, mnuFileBar2,
+        Exitmnu;
     Control optionmnu, SADmnu, CatalogueMnu;
     Control viewmnu, ShowGDTrace, ShowPhaseTrace, ShowGainTrace, ShowValuesTable;
     Control Helpmnu, HelpCont, FormLoad, NewScreen;

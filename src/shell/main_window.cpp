@@ -1,5 +1,6 @@
 #include "shell/main_window.h"
 
+#include "circuit/circuit_exports.h"
 #include "design/cycle.h"
 #include "files/file_menu.h"
 #include "shell/about_dialog.h"
@@ -30,6 +31,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     // A new window starts at the screen's own size.
     setScreenScale(1.0);
     catalogue_ = std::make_unique<CatalogueShell>(form_, this, [this] { syncFromModel(); });
+    addCircuitHandlers(form_);
     buildWidgets();
     shell_ = new ShellServices(*this);
     buildMenus();
