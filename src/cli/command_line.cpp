@@ -268,8 +268,9 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
         } else if (option == "--single-ended") {
             addAction(cl, {ActionKind::Uncheck, "FDAcircuit", ""});
-        } else if (addFileFlag(cl, option)) {
-        } else if (auto it = valueOptions().find(option); it != valueOptions().end()) {
+        } else if (addFileFlag(cl, option) || parseAnalysisFlag(cl.analysis, option)) {
+        } else if (auto it = valueOptions().find(option);
+                   it != valueOptions().end() || isAnalysisValueOption(option)) {
             if (!hasValue) {
                 // The next option is never taken for a missing value.
                 if (i + 1 >= args.size() || args[i + 1].rfind("--", 0) == 0)
@@ -278,7 +279,10 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
                                                           : std::string()));
                 value = args[++i];
             }
-            it->second(cl, value);
+            if (it != valueOptions().end())
+                it->second(cl, value);
+            else
+                parseAnalysisValue(cl.analysis, option, value);
         } else {
             throw UsageError("unknown option '" + args[i] + "' (see --help)");
         }
@@ -289,7 +293,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
 
 std::string usageText()
 {
-    return R"(Usage: quellmark-cli [OPTION]...
+    return std::string(R"(Usage: quellmark-cli [OPTION]...
 Starts the design screen with its default design (the built-in one unless
 --default-design names a file), applies the actions in the order given, as a
 person would, and prints the screen.
@@ -383,7 +387,7 @@ with "--" is given in the option itself: --type=NAME=--x.
 Exit status: 0 done; 1 a catalogue file could not be read or written; 2 a
 bad option or control name; 3 an action raised "Entry is not understood."
 (the screen is printed all the same).
-)";
+)") + analysisUsageText();
 }
 
 } // namespace qm

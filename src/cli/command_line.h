@@ -1,5 +1,6 @@
 #pragma once
 // The options of quellmark-cli, turned into the actions a person would take.
+#include "cli/analysis_request.h"
 #include "cli/catalogue_run.h"
 #include "screen/platform.h"
 #include "screen/user_actions.h"
@@ -43,6 +44,7 @@ struct CommandLine
     /// Where this run's default design lives; empty for none.
     std::string defaultDesign;
     CatalogueOptions catalogue;
+    AnalysisRequest analysis;
 };
 
 /// Parses the arguments; throws UsageError with a one-line reason.

@@ -74,7 +74,9 @@ int main(int argc, char** argv)
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
-            std::cout << (cl.json ? qm::screenAsJson(form, platform, catalogue.jsonMembers(form))
+            std::cout << (cl.json ? qm::screenAsJson(form, platform,
+                                                     catalogue.jsonMembers(form) +
+                                                         qm::analysisJsonMembers(form, cl.analysis))
                                   : qm::screenAsText(form, platform));
         return entryNotUnderstood(platform) ? kExitNotUnderstood : 0;
     } catch (const qm::UsageError& e) {
