@@ -25,14 +25,20 @@ bool mayWrite(QuellmarkForm& f, const std::string& path)
 
 } // namespace
 
-void exportToChosenFile(QuellmarkForm& f, const ExportRequest& request,
-                        const std::function<std::string()>& text)
+std::string chooseExportPath(QuellmarkForm& f, const ExportRequest& request)
 {
     // The shared dialog opens with the name it last held and keeps the new one.
     const std::string path =
         showCommonDialog(f.platform, f, FileDialogKind::Save,
                          {request.title, request.filter, request.extension, {}});
-    if (path.empty() || !mayWrite(f, path)) return;
+    return path.empty() || !mayWrite(f, path) ? std::string() : path;
+}
+
+void exportToChosenFile(QuellmarkForm& f, const ExportRequest& request,
+                        const std::function<std::string()>& text)
+{
+    const std::string path = chooseExportPath(f, request);
+    if (path.empty()) return;
     const std::string contents = text();
     try {
         writeWholeFile(path, contents);

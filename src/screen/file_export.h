@@ -15,6 +15,10 @@ struct ExportRequest
     const char* extension; ///< "csv"
 };
 
+/// Asks for a path, and before replacing a file whether it may. Empty when
+/// the dialog was cancelled or the answer was No.
+std::string chooseExportPath(QuellmarkForm& f, const ExportRequest& request);
+
 /// Asks for a path, asks before replacing a file, then writes what `text`
 /// makes. A cancelled dialog or a No writes nothing; a file that can't be
 /// written is reported in a message box and whatever was there stays.

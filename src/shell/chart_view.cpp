@@ -61,8 +61,14 @@ void ChartView::paintEvent(QPaintEvent*)
     QPainter p(this);
     p.fillRect(rect(), qtColor(graph_.backColor, palette()));
     p.scale(twipsToPx(1), twipsToPx(1));
+    paintChartLines(p, surface_, cursor_, palette());
+}
+
+void paintChartLines(QPainter& p, const LineSurface& surface, const Control& cursor,
+                     const QPalette& palette)
+{
     std::map<Color, Batch> batches;
-    for (const SurfaceLine& l : surface_.lines()) {
+    for (const SurfaceLine& l : surface.lines()) {
         Batch& b = batches[l.color];
         const bool straight = l.line.x1() == l.line.x2() || l.line.y1() == l.line.y2();
         (straight ? b.straight : b.sloped).append(l.line);
@@ -70,7 +76,7 @@ void ChartView::paintEvent(QPaintEvent*)
     QPen pen;
     pen.setCosmetic(true);
     for (const auto& [color, batch] : batches) {
-        pen.setColor(qtColor(color, palette()));
+        pen.setColor(qtColor(color, palette));
         pen.setWidthF(scaledPx(1.0));
         p.setPen(pen);
         p.setRenderHint(QPainter::Antialiasing, false);
@@ -80,12 +86,12 @@ void ChartView::paintEvent(QPaintEvent*)
         p.setRenderHint(QPainter::Antialiasing, true);
         p.drawLines(batch.sloped);
     }
-    if (cursor_.visible) {
-        pen.setColor(qtColor(cursor_.foreColor, palette()));
+    if (cursor.visible) {
+        pen.setColor(qtColor(cursor.foreColor, palette));
         pen.setWidthF(scaledPx(1.0));
         p.setPen(pen);
         p.setRenderHint(QPainter::Antialiasing, false);
-        p.drawLine(QLineF(cursor_.x1, cursor_.y1, cursor_.x2, cursor_.y2));
+        p.drawLine(QLineF(cursor.x1, cursor.y1, cursor.x2, cursor.y2));
     }
 }
 

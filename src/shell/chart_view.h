@@ -7,6 +7,8 @@
 
 #include <QWidget>
 
+class QPainter;
+
 namespace qm {
 
 class ChartView : public QWidget
@@ -35,6 +37,11 @@ class ChartView : public QWidget
     bool paintedCursorVisible_ = false;
     ClickSequence clicks_;
 };
+
+/// Draws the chart's lines and, where it shows, the response cursor, on a
+/// painter that counts the chart's twips.
+void paintChartLines(QPainter& p, const LineSurface& surface, const Control& cursor,
+                     const QPalette& palette);
 
 /// The colour of a design-screen colour value; system colours take the
 /// palette's roles.

@@ -359,19 +359,44 @@ void TextLabel::paintEvent(QPaintEvent*)
     }
     const QString shown = shownText();
     if (shown.isEmpty()) return;
-    p.setFont(shownFont());
-    const int flags = static_cast<int>(alignment_) | textFlags();
-    if (halo_.isValid()) {
-        const QRectF used = p.boundingRect(textArea(), flags, shown);
-        p.fillRect(used.adjusted(-2, 0, 2, 0), halo_);
-    }
     QColor ink = textColor_.isValid() ? textColor_ : palette().color(QPalette::WindowText);
     if (!isEnabled()) ink = palette().color(QPalette::Disabled, QPalette::WindowText);
+    if (columns_.empty()) {
+        paintLabelText(p, textArea(), shown, shownFont(),
+                       static_cast<int>(alignment_) | textFlags(), ink, halo_);
+        return;
+    }
+    p.setFont(shownFont());
     p.setPen(ink);
-    if (!columns_.empty())
-        paintColumns(p, shown);
-    else
-        p.drawText(textArea(), flags, shown);
+    paintColumns(p, shown);
+}
+
+Qt::Alignment controlAlignment(const Control& c)
+{
+    constexpr int kTallText = 1000;
+    const Qt::Alignment vertical =
+        c.multiLine && c.height >= kTallText ? Qt::AlignTop : Qt::AlignVCenter;
+    switch (c.alignment) {
+    case 1:
+        return Qt::AlignRight | vertical;
+    case 2:
+        return Qt::AlignHCenter | vertical;
+    default:
+        return Qt::AlignLeft | vertical;
+    }
+}
+
+void paintLabelText(QPainter& p, const QRectF& area, const QString& text, const QFont& font,
+                    int flags, const QColor& ink, const QColor& halo)
+{
+    p.setFont(font);
+    if (halo.isValid()) {
+        constexpr double kHaloPad = 2;
+        const QRectF used = p.boundingRect(area, flags, text);
+        p.fillRect(used.adjusted(-kHaloPad, 0, kHaloPad, 0), halo);
+    }
+    p.setPen(ink);
+    p.drawText(area, flags, text);
 }
 
 void TextLabel::mouseReleaseEvent(QMouseEvent* event)

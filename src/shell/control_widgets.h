@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+class QPainter;
+
 namespace qm {
 
 /// Where the widgets send the user's actions, by control name.
@@ -166,6 +168,16 @@ class TextLabel : public QWidget
     mutable QFont fitted_;
     mutable bool fitValid_ = false;
 };
+
+/// Where a control's text stands in its box: a tall text of several lines
+/// from the top, any other centred in height.
+Qt::Alignment controlAlignment(const Control& c);
+
+/// Paints a label's text as the screen shows it: set in `font` within `area`
+/// by `flags` (alignment, wrapping), over a halo of `halo` where that is a
+/// colour, so that lines of a drawing behind the text stop short of it.
+void paintLabelText(QPainter& p, const QRectF& area, const QString& text, const QFont& font,
+                    int flags, const QColor& ink, const QColor& halo = {});
 
 /// A frame with a caption; a click on it is an event of the frame.
 class FrameBox : public QGroupBox

@@ -230,21 +230,6 @@ bool isInResultsTable(const Control& c)
                        [&](const char* b) { return c.base == b; });
 }
 
-Qt::Alignment alignmentOf(const Control& c)
-{
-    constexpr int kTallText = 1000;
-    const Qt::Alignment vertical =
-        c.multiLine && c.height >= kTallText ? Qt::AlignTop : Qt::AlignVCenter;
-    switch (c.alignment) {
-    case 1:
-        return Qt::AlignRight | vertical;
-    case 2:
-        return Qt::AlignHCenter | vertical;
-    default:
-        return Qt::AlignLeft | vertical;
-    }
-}
-
 } // namespace
 
 void MainWindow::styleWidget(const Control& c, QWidget* w)
@@ -256,7 +241,7 @@ void MainWindow::styleWidget(const Control& c, QWidget* w)
     w->setFont(font);
     if (auto* label = dynamic_cast<TextLabel*>(w)) {
         label->setWrap(c.multiLine);
-        label->setAlignment(alignmentOf(c));
+        label->setAlignment(controlAlignment(c));
         if (isSchematicValue(c)) label->setHalo(palette().color(QPalette::Base));
         if (&c == &form_.Prompt) label->setMargin(static_cast<int>(std::lround(scaledPx(6))));
         if (isValueTableLine(c)) label->setColumns(valueTableColumns());

@@ -6,6 +6,8 @@
 // high-pass twin is the same drawing with every frequency-setting resistor
 // and capacitor exchanged, which is how a high-pass section is built from
 // its low-pass prototype.
+#include "circuit/circuit_model.h"
+
 #include <QPointF>
 #include <QPolygonF>
 #include <QString>
@@ -36,7 +38,6 @@ struct PictureKind
 /// name ("MFBschHP", "RealPole"); nothing for a control that is no schematic.
 std::optional<PictureKind> pictureOf(std::string_view base);
 
-enum class PartKind { Resistor, Capacitor };
 enum class Side { Above, Below, Left, Right };
 
 /// A two-terminal part. Its terminals lie kPartLength apart on its axis.
