@@ -2,6 +2,7 @@
 
 #include "files/file_menu.h"
 #include "screen/quellmark_form.h"
+#include "shell/design_report.h"
 #include "shell/main_window.h"
 #include "shell/shell_services.h"
 
@@ -56,6 +57,12 @@ LaunchOptions parseLaunchOptions(const QStringList& args)
                 return o;
             }
             (a == QLatin1String("--print-pdf") ? o.printPdf : o.settingsFile) = args[++i];
+        } else if (a == QLatin1String("--report-pdf")) {
+            if (i + 1 >= args.size()) {
+                o.error = a + QStringLiteral(" needs a file");
+                return o;
+            }
+            o.reportPdf = args[++i];
         } else if (a.startsWith(QLatin1String("-"))) {
             o.error = QStringLiteral("unknown option '%1'").arg(a);
             return o;
@@ -66,27 +73,39 @@ LaunchOptions parseLaunchOptions(const QStringList& args)
             return o;
         }
     }
+    if (!o.printPdf.isEmpty() && !o.reportPdf.isEmpty())
+        o.error = QStringLiteral("--print-pdf and --report-pdf can't be given together");
     return o;
 }
 
 bool wantsBatchPrint(int argc, char** argv)
 {
     for (int i = 1; i < argc; ++i)
-        if (std::strcmp(argv[i], "--print-pdf") == 0) return true;
+        if (std::strcmp(argv[i], "--print-pdf") == 0 || std::strcmp(argv[i], "--report-pdf") == 0)
+            return true;
     return false;
 }
+
+namespace {
+
+/// Starts the window's design screen, unshown, with the design of the
+/// options; false when the design file was refused.
+bool startBatchDesign(MainWindow& window, ReportedMessages& messages, const LaunchOptions& options)
+{
+    window.form().platform.messages = &messages;
+    if (!options.settingsFile.isEmpty()) window.shell().settings.useFile(options.settingsFile);
+    window.start();
+    if (!options.design.isEmpty()) openLaunchDesign(window.form(), options.design);
+    return messages.count == 0;
+}
+
+} // namespace
 
 int runBatchPrint(const LaunchOptions& options)
 {
     MainWindow window;
     ReportedMessages messages;
-    window.form().platform.messages = &messages;
-    if (!options.settingsFile.isEmpty()) window.shell().settings.useFile(options.settingsFile);
-    window.start();
-    if (!options.design.isEmpty()) {
-        openLaunchDesign(window.form(), options.design);
-        if (messages.count > 0) return kFailed;
-    }
+    if (!startBatchDesign(window, messages, options)) return kFailed;
     QtPrinter& printer = window.shell().printer;
     printer.printToPdfFile(options.printPdf);
     window.controlEvents().userEvent(window.form().Print.name, FormEvent::Click);
@@ -94,6 +113,20 @@ int runBatchPrint(const LaunchOptions& options)
         report(options.printPdf + QStringLiteral(": ") +
                (printer.lastFailure().isEmpty() ? QStringLiteral("nothing was printed")
                                                 : printer.lastFailure()));
+        return kFailed;
+    }
+    return kPrinted;
+}
+
+int runBatchReport(const LaunchOptions& options)
+{
+    MainWindow window;
+    ReportedMessages messages;
+    if (!startBatchDesign(window, messages, options)) return kFailed;
+    window.syncFromModel();
+    const QString failure = writeDesignReport(options.reportPdf, window.shell().reportSources());
+    if (!failure.isEmpty()) {
+        report(options.reportPdf + QStringLiteral(": ") + failure);
         return kFailed;
     }
     return kPrinted;

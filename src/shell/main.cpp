@@ -1,5 +1,6 @@
 // quellmark [PATH]: the design screen in a window, with the design file
-// PATH opened if one is given.
+// PATH opened if one is given. --print-pdf and --report-pdf OUT.pdf write
+// the screen or the design report of PATH and end, showing nothing.
 #include "shell/launch_options.h"
 #include "shell/main_window.h"
 #include "shell/shell_services.h"
@@ -41,6 +42,7 @@ int main(int argc, char** argv)
         return kExitUsage;
     }
     if (!options.printPdf.isEmpty()) return qm::runBatchPrint(options);
+    if (!options.reportPdf.isEmpty()) return qm::runBatchReport(options);
     qm::showSplash(kSplashMilliseconds);
     qm::MainWindow window;
     if (options.settingsFile.isEmpty())

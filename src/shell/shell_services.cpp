@@ -33,10 +33,17 @@ ShellServices::ShellServices(MainWindow& window)
     form.platform.printer = &printer;
     form.platform.settings = &settings;
     form.platform.help = &help;
+    form.on("ExportReport", FormEvent::Click,
+            [this](QuellmarkForm& f, int, const EventArgs&) { exportReport(f, reportSources()); });
     auto* f1 = new QShortcut(QKeySequence::HelpContents, &window);
     f1->setContext(Qt::ApplicationShortcut);
     connect(f1, &QShortcut::activated, this, [this] { openHelp(); });
     window.installEventFilter(this);
+}
+
+ReportSources ShellServices::reportSources() const
+{
+    return {window_.form(), window_.platform().graph, reportAdditions};
 }
 
 void ShellServices::syncFromModel()

@@ -2,6 +2,7 @@
 // What the window adds around the design screen: the printer, the settings
 // store, the help and F1, and the about window. The window owns one of these
 // and hands its services to the form.
+#include "shell/design_report.h"
 #include "shell/help_window.h"
 #include "shell/qt_printer.h"
 #include "shell/qt_settings.h"
@@ -27,9 +28,16 @@ class ShellServices : public QObject
     /// on the control in focus.
     void openHelp();
 
+    /// What a design report is made from as the window now stands.
+    ReportSources reportSources() const;
+
     QtPrinter printer;
     QtSettings settings;
     QtHelpViewer help;
+    /// Pages the window adds to a design report beyond the design's own: an
+    /// analysis that is shown adds its pages here, and takes them out when
+    /// it closes.
+    std::vector<ReportAddition> reportAdditions;
     AboutDialog* about() const { return about_; }
 
   protected:
