@@ -96,6 +96,14 @@ std::string gbpText(const QuellmarkForm& f, double hz)
     return trim(Engsuffix(f32(hz), f.digits, "Hz", f.decSep));
 }
 
+std::string joined(const std::vector<std::string>& words, const char* between)
+{
+    std::string out;
+    for (const std::string& w : words)
+        out += (out.empty() ? "" : between) + w;
+    return out;
+}
+
 std::string chosenAmplifierNote(const QuellmarkForm& f, const FilterCircuit& c)
 {
     if (c.amplifierName.empty())
@@ -103,22 +111,14 @@ std::string chosenAmplifierNote(const QuellmarkForm& f, const FilterCircuit& c)
                "at least the required one will do.";
     const std::string chosen = "Chosen from the catalogue: " + c.amplifierName;
     if (!c.amplifierBandwidthHz) return chosen + ", whose gain-bandwidth product is not known.";
-    std::string short_;
+    std::vector<std::string> short_;
     for (const StageCircuit& s : c.stages)
-        if (*c.amplifierBandwidthHz < s.requiredGBP)
-            short_ += (short_.empty() ? "" : ", ") + s.name;
+        if (*c.amplifierBandwidthHz < s.requiredGBP) short_.push_back(s.name);
     const std::string gbw =
         chosen + ", gain-bandwidth product " + gbpText(f, *c.amplifierBandwidthHz);
     if (short_.empty()) return gbw + ": enough for every stage.";
-    return gbw + ": less than section " + short_ + " needs.";
-}
-
-std::string joined(const std::vector<std::string>& words, const char* between)
-{
-    std::string out;
-    for (const std::string& w : words)
-        out += (out.empty() ? "" : between) + w;
-    return out;
+    if (short_.size() == 1) return gbw + ": less than section " + short_[0] + " needs.";
+    return gbw + ": less than sections " + joined(short_, ", ") + " need.";
 }
 
 } // namespace
@@ -139,22 +139,21 @@ ReportTable settingsTable(const QuellmarkForm& f)
 {
     ReportTable t;
     t.title = "Settings";
-    t.head = {"Setting", "Value"};
+    // Two settings to a row, an empty column between: the filter on the
+    // left, how it is built on the right.
+    t.head = {"Setting", "Value", "", "Setting", "Value"};
     const bool ripple = f.Text19.visible && f.Text19.enabled;
     const Control& passband = f.InvCalc.value == 1 ? f.High : f.LowPass;
     t.rows = {
-        {"Family", listChoice(f.TypeFilter)},
-        {"Poles", trim(f.Text18.text)},
-        {"Ripple", ripple ? trim(f.Text19.text) + " dB" : kNone},
-        {"Cutoff frequency", trim(f.Text34.text) + " Hz"},
-        {"Passband", passband.text},
-        {"Circuit", circuitText(f)},
-        {"Resistor series", listChoice(f.ResistorList)},
-        {"Capacitor series", listChoice(f.CapacitorList)},
-        {"R1 seed", trim(f.Text12.text) + " Ohm"},
-        {"Response frequency", trim(f.RespF.text) + " Hz"},
+        {"Family", listChoice(f.TypeFilter), "", "Circuit", circuitText(f)},
+        {"Poles", trim(f.Text18.text), "", "Resistor series", listChoice(f.ResistorList)},
+        {"Ripple", ripple ? trim(f.Text19.text) + " dB" : kNone, "", "Capacitor series",
+         listChoice(f.CapacitorList)},
+        {"Cutoff frequency", trim(f.Text34.text) + " Hz", "", "R1 seed",
+         trim(f.Text12.text) + " Ohm"},
+        {"Passband", passband.text, "", "Response frequency", trim(f.RespF.text) + " Hz"},
     };
-    t.rightAligned = {false, false};
+    t.rightAligned.assign(t.head.size(), false);
     return t;
 }
 

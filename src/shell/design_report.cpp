@@ -6,6 +6,7 @@
 #include "screen/quellmark_form.h"
 #include "shell/report_pages.h"
 #include "shell/report_pictures.h"
+#include "shell/twips.h"
 
 #include <QPainter>
 #include <QPdfWriter>
@@ -50,7 +51,6 @@ void addHeading(ReportBlocks& blocks, const ReportStyle& style, const ReportHead
 void addSchematics(ReportBlocks& blocks, const ReportStyle& style, const QuellmarkForm& form,
                    const FilterCircuit& circuit)
 {
-    blocks.push_back(std::make_unique<PageBreak>());
     blocks.push_back(std::make_unique<TextBlock>(style, QStringLiteral("Schematics"), style.heading,
                                                  style.ink, true));
     blocks.push_back(std::make_unique<TextBlock>(
@@ -96,6 +96,24 @@ ReportBlocks designReportBlocks(const ReportStyle& style, const QuellmarkForm& f
     return blocks;
 }
 
+namespace {
+
+/// While the report is drawn, lines keep the weight they have at the
+/// screen's own size, whatever size the window stands at.
+class ScreenSizeLines
+{
+  public:
+    ScreenSizeLines() : kept_(screenScale()) { setScreenScale(1.0); }
+    ~ScreenSizeLines() { setScreenScale(kept_); }
+    ScreenSizeLines(const ScreenSizeLines&) = delete;
+    ScreenSizeLines& operator=(const ScreenSizeLines&) = delete;
+
+  private:
+    double kept_;
+};
+
+} // namespace
+
 QString writeDesignReport(const QString& path, const ReportSources& sources, const QLocale& locale)
 {
     QSaveFile file(path);
@@ -117,6 +135,7 @@ QString writeDesignReport(const QString& path, const ReportSources& sources, con
     const QRectF page(QPointF(0, 0),
                       QSizeF(writer.pageLayout().paintRectPixels(writer.resolution()).size()));
     const std::vector<ReportPage> pages = layOutPages(blocks, writingArea(page, style), style.gap);
+    const ScreenSizeLines screenSize;
     QPainter painter;
     if (!painter.begin(&writer)) {
         file.cancelWriting();

@@ -23,6 +23,9 @@ QFont reportFont(double points, bool bold)
     f.setPointSizeF(points);
     f.setBold(bold);
     f.setStretch(QFont::Unstretched);
+    // No ligatures: a reader who copies "Cutoff" from the page gets those
+    // six letters.
+    f.setStyleStrategy(QFont::PreferNoShaping);
     return f;
 }
 
@@ -245,11 +248,12 @@ std::unique_ptr<ReportBlock> TableBlock::splitOff(double room, double width)
         used += layout.rowHeight(kept++);
     // No row is left alone on either side of the cut, and the notes go on
     // with the last rows.
-    constexpr std::size_t kLeastRows = 3;
+    constexpr std::size_t kLeastRows = 4;
     kept = std::min(kept, table_.rows.size() - std::min(kLeastRows, table_.rows.size()));
     if (kept < kLeastRows) return nullptr;
     ReportTable rest = table_;
-    if (!rest.title.empty()) rest.title += " (continued)";
+    constexpr const char* kContinued = " (continued)";
+    if (!rest.title.empty() && !rest.title.ends_with(kContinued)) rest.title += kContinued;
     const auto cut = static_cast<std::ptrdiff_t>(kept);
     rest.rows.erase(rest.rows.begin(), rest.rows.begin() + cut);
     table_.rows.resize(kept);

@@ -120,6 +120,7 @@ class TableBlock : public ReportBlock
     double leastHeight(double width) const override;
     void paint(QPainter& p, const QRectF& box) const override;
     std::unique_ptr<ReportBlock> splitOff(double room, double width) override;
+    const ReportTable& table() const { return table_; }
 
   private:
     double titleHeight(double width) const;

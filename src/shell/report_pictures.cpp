@@ -166,10 +166,25 @@ QRectF SectionBlock::drawingBounds(double scale) const
     QRectF bounds = QRectF(QPointF(0, 0), picture_.size).adjusted(-margin, -margin, margin, margin);
     for (const QRectF& r : valueRects(scale))
         bounds |= r;
-    const QFontMetricsF names(nameFont(scale));
-    for (const Part& part : picture_.sketch.parts)
-        if (part.named) bounds |= nameRect(part, names);
+    for (const QRectF& r : nameRects(scale))
+        bounds |= r;
     return bounds;
+}
+
+std::vector<QRectF> SectionBlock::nameRects(double scale) const
+{
+    const QFontMetricsF names(nameFont(scale));
+    std::vector<QRectF> rects;
+    for (const Part& part : picture_.sketch.parts)
+        if (part.named) rects.push_back(nameRect(part, names));
+    return rects;
+}
+
+double SectionBlock::listWidth(double width) const
+{
+    const double scale = drawingScale(width);
+    return TableLayout(style_, parts_, width - drawingBounds(scale).width() * scale - style_.gap)
+        .width();
 }
 
 double SectionBlock::headingHeight(double width) const
@@ -279,6 +294,8 @@ void ChartBlock::paint(QPainter& p, const QRectF& box) const
     p.scale(k, k);
     p.translate(-b.topLeft());
     p.fillRect(graph_, qtColor(form_.Graph.backColor, palette));
+    // Lines that leave the chart end at its edge, as on the screen.
+    p.setClipRect(graph_, Qt::IntersectClip);
     p.translate(graph_.topLeft());
     paintChartLines(p, surface_, form_.Cursor, palette);
     p.restore();

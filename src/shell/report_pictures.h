@@ -52,6 +52,10 @@ class SectionBlock : public ReportBlock
     QRectF drawingBounds(double scale) const;
     /// Where each value's text stands at that scale, in twips.
     std::vector<QRectF> valueRects(double scale) const;
+    /// Where the names of the named parts stand at that scale, in twips.
+    std::vector<QRectF> nameRects(double scale) const;
+    /// The width the list of parts beside the drawing takes.
+    double listWidth(double width) const;
 
   private:
     double headingHeight(double width) const;
