@@ -64,11 +64,14 @@ std::vector<ReportPage> layOutPages(ReportBlocks& blocks, const QRectF& area, do
             !setter.pageEmpty())
             setter.newPage();
         if (b.height(width) > setter.room()) {
-            // What doesn't fit is cut where it can be, else moves on whole.
-            std::unique_ptr<ReportBlock> rest = b.splitOff(setter.room(), width);
+            // What fits on a page of its own moves on whole: a table is read
+            // best in one piece. What is taller is cut where it can be.
+            const bool fitsAPage = b.height(width) <= area.height();
+            std::unique_ptr<ReportBlock> rest =
+                fitsAPage ? nullptr : b.splitOff(setter.room(), width);
             if (!rest && !setter.pageEmpty()) {
                 setter.newPage();
-                rest = b.height(width) > setter.room() ? b.splitOff(setter.room(), width) : nullptr;
+                if (!fitsAPage) rest = b.splitOff(setter.room(), width);
             }
             if (rest)
                 blocks.insert(blocks.begin() + static_cast<std::ptrdiff_t>(i) + 1, std::move(rest));

@@ -1,8 +1,9 @@
 #pragma once
 // The report's blocks set on pages: one under the other, a block that
-// doesn't fit the rest of a page on the next one (a table cut between its
-// rows), a heading never alone at a page's foot; every page but the first
-// headed by the design's description, every page numbered.
+// doesn't fit the rest of a page on the next one (a table longer than a
+// page cut between its rows), a heading never alone at a page's foot;
+// every page but the first headed by the design's description, every page
+// numbered.
 #include "shell/report_blocks.h"
 
 class QPagedPaintDevice;
