@@ -117,8 +117,7 @@ class ScreenSizeLines
 QString writeDesignReport(const QString& path, const ReportSources& sources, const QLocale& locale)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return QStringLiteral("the file can't be written: ") + file.errorString();
+    if (!file.open(QIODevice::WriteOnly)) return file.errorString();
     const ReportHeading heading = reportHeading(sources.form, todaysDate(), programVersion());
     QPdfWriter writer(&file);
     writer.setResolution(kDotsPerInch);
@@ -146,7 +145,7 @@ QString writeDesignReport(const QString& path, const ReportSources& sources, con
         file.cancelWriting();
         return QStringLiteral("the document could not be finished");
     }
-    if (!file.commit()) return QStringLiteral("the file can't be written: ") + file.errorString();
+    if (!file.commit()) return file.errorString();
     return {};
 }
 

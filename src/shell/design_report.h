@@ -36,7 +36,8 @@ ReportBlocks designReportBlocks(const ReportStyle& style, const QuellmarkForm& f
                                 const LineSurface& chart);
 
 /// Writes the report to `path` on paper of the locale's size, whole or not
-/// at all. Returns why it could not be written; empty when it was.
+/// at all. Returns why it could not be written ("Permission denied"); empty
+/// when it was.
 QString writeDesignReport(const QString& path, const ReportSources& sources,
                           const QLocale& locale = QLocale());
 

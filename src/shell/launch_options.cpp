@@ -126,7 +126,7 @@ int runBatchReport(const LaunchOptions& options)
     window.syncFromModel();
     const QString failure = writeDesignReport(options.reportPdf, window.shell().reportSources());
     if (!failure.isEmpty()) {
-        report(options.reportPdf + QStringLiteral(": ") + failure);
+        report(options.reportPdf + QStringLiteral(": the file can't be written: ") + failure);
         return kFailed;
     }
     return kPrinted;
