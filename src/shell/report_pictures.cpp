@@ -205,19 +205,22 @@ double SectionBlock::height(double width) const
     return headingHeight(width) + std::max(bounds.height() * scale, listHeight);
 }
 
-void SectionBlock::paint(QPainter& p, const QRectF& box) const
+void SectionBlock::paintHeading(QPainter& p, const QRectF& box) const
 {
-    const double width = box.width();
-    QFont facts = style_.body;
     p.setPen(style_.ink);
     p.setFont(style_.bold);
     p.drawText(box, Qt::AlignLeft | Qt::AlignTop, picture_.title);
-    p.setFont(facts);
+    p.setFont(style_.body);
     p.setPen(style_.quiet);
     const double factsLeft = style_.textWidth(style_.bold, picture_.title + QStringLiteral("   "));
     p.drawText(box.adjusted(factsLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
                facts_);
+}
 
+void SectionBlock::paint(QPainter& p, const QRectF& box) const
+{
+    paintHeading(p, box);
+    const double width = box.width();
     const double scale = drawingScale(width);
     const QRectF bounds = drawingBounds(scale);
     const QPointF origin(box.left(), box.top() + headingHeight(width));
@@ -227,6 +230,8 @@ void SectionBlock::paint(QPainter& p, const QRectF& box) const
     p.translate(-bounds.topLeft());
     paintSketch(p, picture_.sketch, kWireInk, kNameInk, nameFont(scale));
     p.restore();
+    // The values are set at the report's size in the boxes of the screen's
+    // labels, grown with the drawing.
     for (const PlacedText& v : picture_.values) {
         const QRectF area(origin + (v.box.topLeft() - bounds.topLeft()) * scale,
                           v.box.size() * scale);

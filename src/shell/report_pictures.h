@@ -59,6 +59,7 @@ class SectionBlock : public ReportBlock
 
   private:
     double headingHeight(double width) const;
+    void paintHeading(QPainter& p, const QRectF& box) const;
     QFont nameFont(double scale) const;
     /// The font a value is set in, made to fit its box at that scale.
     QFont valueFont(const PlacedText& v, double scale) const;
