@@ -61,6 +61,12 @@ int main(int argc, char** argv)
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
         qm::addCircuitHandlers(form);
+        // The report is drawn by the window program; here the entry says so.
+        form.on("ExportReport", qm::FormEvent::Click,
+                [](qm::QuellmarkForm& f, int, const qm::EventArgs&) {
+                    f.showMessage(
+                        "The report is made by the window program: quellmark --report-pdf OUT.pdf");
+                });
         qm::CatalogueRun catalogue(form, cl.catalogue);
         form.runGuarded([&] { qm::Form_Initialize(form); });
         if (cl.listControls) {
