@@ -11,7 +11,7 @@ set -euo pipefail
 # offscreen platform, which needs a font; the printing tests read their PDF
 # with poppler's tools; the amplifier catalogue is kept with SQLite; the
 # circuits are solved with Eigen and their netlists checked by ngspice).
-packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
+packages=(cmake g++ make pkg-config qt6-base-dev qt6-charts-dev libqt6opengl6-dev libgl-dev libgtest-dev libbenchmark-dev
           libsqlite3-dev fonts-dejavu-core poppler-utils libeigen3-dev ngspice)
 if [ "${1:-}" = "--checks" ]; then
     packages+=(clang-format clang-tidy clang libclang-rt-14-dev)

@@ -186,6 +186,8 @@ void FormControls::registerMenus()
                            {&ShowPhaseTrace, "ShowPhaseTrace", "viewmnu"},
                            {&ShowGainTrace, "ShowGainTrace", "viewmnu"},
                            {&ShowValuesTable, "ShowValuesTable", "viewmnu"},
+                           {&analysismnu, "analysismnu", ""},
+                           {&AnalysisWindowMnu, "AnalysisWindowMnu", "analysismnu"},
                            {&Helpmnu, "Helpmnu", ""},
                            {&HelpCont, "HelpCont", "Helpmnu"},
                            {&FormLoad, "FormLoad", "Helpmnu"},

@@ -66,6 +66,7 @@ struct FormControls
         Exitmnu;
     Control optionmnu, SADmnu, CatalogueMnu;
     Control viewmnu, ShowGDTrace, ShowPhaseTrace, ShowGainTrace, ShowValuesTable;
+    Control analysismnu, AnalysisWindowMnu;
     Control Helpmnu, HelpCont, FormLoad, NewScreen;
 
     /// Fixed captions that carry no name of their own in the design logic

@@ -4,6 +4,7 @@
 #include "design/cycle.h"
 #include "files/file_menu.h"
 #include "shell/about_dialog.h"
+#include "shell/analysis_window.h"
 #include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/design_drop.h"
@@ -34,6 +35,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     addCircuitHandlers(form_);
     buildWidgets();
     shell_ = new ShellServices(*this);
+    analysis_ = new AnalysisWindow(form_, this);
+    form_.on("AnalysisWindowMnu", FormEvent::Click,
+             [this](QuellmarkForm&, int, const EventArgs&) { analysis_->open(); });
     buildMenus();
     applyTabOrder();
     stage_->onResize = [this] { fitToStage(); };

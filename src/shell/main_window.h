@@ -20,6 +20,8 @@ class QMenu;
 
 namespace qm {
 
+class AnalysisWindow;
+
 class CatalogueShell;
 class ChartView;
 class FormCanvas;
@@ -64,6 +66,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     /// Where the widgets of other windows send what the user does.
     ControlEvents& controlEvents() { return *this; }
     CatalogueShell* catalogue() const { return catalogue_.get(); }
+    AnalysisWindow* analysis() const { return analysis_; }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
@@ -132,6 +135,7 @@ class MainWindow : public QMainWindow, private ControlEvents
     int eventsDispatched_ = 0;
     int shownHeight_ = -1;
     std::unique_ptr<CatalogueShell> catalogue_;
+    AnalysisWindow* analysis_ = nullptr;
 };
 
 } // namespace qm

@@ -1,6 +1,7 @@
 // Setting the widgets from the model. Every setter here is silent: signals
 // are blocked, and focus changes that hiding or disabling a widget causes
 // are not taken for the user's.
+#include "shell/analysis_window.h"
 #include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
@@ -176,6 +177,7 @@ void MainWindow::syncFromModel()
     chart_->refresh();
     canvas_->refresh();
     if (shell_) shell_->syncFromModel();
+    if (analysis_) analysis_->designChanged();
     if (catalogue_) catalogue_->syncFromModel();
     syncing_ = wasSyncing;
 }
