@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/file_options.h"
+#include "cli/requirement_options.h"
 
 #include <algorithm>
 #include <cctype>
@@ -227,6 +228,11 @@ const std::map<std::string, Handler>& valueOptions()
         {"--open", addOpen},
         {"--save-as", addSaveAs},
         {"--default-design", [](CommandLine& cl, const std::string& v) { cl.defaultDesign = v; }},
+        {"--mask", addMask},
+        {"--use-requirement",
+         [](CommandLine& cl, const std::string& v) {
+             addUseRequirement(cl, familyAction(v).text);
+         }},
     };
     return kOptions;
 }
@@ -340,6 +346,13 @@ Answers to what the actions ask, taken in the order asked:
 
 Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
+
+Requirement (Options > "Requirements..."):
+  --mask fp=F,ap=DB,fs=F,as=DB[,gd=PCT]  open the requirements window and
+                       type the mask: flat to Ap dB up to fp, As dB down
+                       beyond fs, the group delay varying at most PCT percent
+  --use-requirement NAME  use that family's row (names as --family): its
+                       least pole count, ripple and cutoff for the mask
 
 Design files (each answers its own dialog and question):
   --open PATH          File > Open, choosing PATH

@@ -3,6 +3,7 @@
 #include "cli/control_guide.h"
 #include "cli/file_options.h"
 #include "cli/json_writer.h"
+#include "cli/requirement_options.h"
 #include "design/cycle.h"
 #include "files/ini_settings.h"
 #include "screen/quellmark_form.h"
@@ -72,7 +73,9 @@ int main(int argc, char** argv)
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
-            std::cout << (cl.json ? qm::screenAsJson(form, platform, catalogue.jsonMembers(form))
+            std::cout << (cl.json ? qm::screenAsJson(form, platform,
+                                                     catalogue.jsonMembers(form) +
+                                                         qm::requirementsJsonMember(form))
                                   : qm::screenAsText(form, platform));
         return entryNotUnderstood(platform) ? kExitNotUnderstood : 0;
     } catch (const qm::UsageError& e) {
