@@ -144,6 +144,13 @@ void onEvent(QuellmarkForm& f, const std::string& control, FormEvent event,
          [work](QuellmarkForm& form, int, const EventArgs&) { work(form); });
 }
 
+void takeMaskEntries(QuellmarkForm& f)
+{
+    RequirementsState& r = f.requirements;
+    r.problem.clear();
+    r.mask = maskOfEntries(f, r.problem);
+}
+
 } // namespace
 
 double screenCutoff(double hz, bool highPass)
@@ -158,9 +165,7 @@ double screenCutoff(double hz, bool highPass)
 
 void readMaskEntries(QuellmarkForm& f)
 {
-    RequirementsState& r = f.requirements;
-    r.problem.clear();
-    r.mask = maskOfEntries(f, r.problem);
+    takeMaskEntries(f);
     recalculateUnlessHeld(f);
     // A held recalculation still leaves the window up to date.
     if (f.suppressUpdate != 0) showRequirements(f);
@@ -175,7 +180,8 @@ void setMaskEntries(QuellmarkForm& f, const std::optional<ResponseMask>& mask)
     requirementsControl(f, kAs.control).text = mask ? text(mask->stopLossDb) : "";
     const bool bound = mask && mask->delaySpreadPercent > 0;
     requirementsControl(f, kGd.control).text = bound ? text(mask->delaySpreadPercent) : "";
-    readMaskEntries(f);
+    takeMaskEntries(f);
+    showRequirements(f);
 }
 
 bool useFamilyRow(QuellmarkForm& f, int family)

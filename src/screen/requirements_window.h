@@ -28,7 +28,8 @@ Control& requirementsControl(QuellmarkForm& f, std::string_view name);
 /// Reads the mask entries into the design's mask, or says in the window why
 /// there is none, and recalculates unless held.
 void readMaskEntries(QuellmarkForm& f);
-/// Writes a mask into the entries (none empties them) and reads them back.
+/// Writes a mask into the entries (none empties them) and takes them as
+/// the design's mask, without a recalculation.
 void setMaskEntries(QuellmarkForm& f, const std::optional<ResponseMask>& mask);
 
 /// Sets family, pole count, ripple and cutoff of a family's row on the
