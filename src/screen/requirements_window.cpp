@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kCaption = "Quellmark Requirements";
 // The window's client area in twips.
 constexpr int kWindowWidth = 8400;
-constexpr int kWindowHeight = 5760;
+constexpr int kWindowHeight = 6660;
 
 struct Placed
 {
@@ -45,10 +45,10 @@ constexpr Placed kControls[] = {
     {"GdEntry", T, "", 4440, 960, 900, 315, 4, ""},
     {"LabelGdNote", L, "empty: no bound", 5460, 1005, 2000, 255, -1, ""},
     {"MaskNote", L, "", 120, 1440, 8160, 255, -1, ""},
-    {"Families", ControlKind::Grid, "", 120, 1800, 8160, 2100, 5, ""},
-    {"UseFamily", B, "Use this family", 120, 4020, 1800, 375, 6, ""},
-    {"Close", B, "Close", 6780, 4020, 1500, 375, 7, ""},
-    {"DesignFrame", ControlKind::Frame, "Design as built", 120, 4500, 8160, 1140, -1, ""},
+    {"Families", ControlKind::Grid, "", 120, 1800, 8160, 3000, 5, ""},
+    {"UseFamily", B, "Use this family", 120, 4920, 1800, 375, 6, ""},
+    {"Close", B, "Close", 6780, 4920, 1500, 375, 7, ""},
+    {"DesignFrame", ControlKind::Frame, "Design as built", 120, 5400, 8160, 1140, -1, ""},
     {"PassbandResult", L, "", 120, 300, 3900, 255, -1, "Requirements.DesignFrame"},
     {"StopbandResult", L, "", 4080, 300, 3960, 255, -1, "Requirements.DesignFrame"},
     {"DelayResult", L, "", 120, 720, 3900, 255, -1, "Requirements.DesignFrame"},
@@ -62,8 +62,8 @@ struct Column
 };
 
 constexpr Column kColumns[] = {
-    {"Family", 1740}, {"Poles", 2220},        {"Cutoff", 1140},
-    {"Ripple", 780},  {"Margin at fs", 1080}, {"Delay variation", 1140},
+    {"Family", 1620}, {"Poles", 2160},         {"Cutoff", 1080},
+    {"Ripple", 780},  {"Margin\rat fs", 1020}, {"Delay\rvariation", 1020},
 };
 
 void addControls(QuellmarkForm& f)
