@@ -59,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         ExtraLines{"MaskNan", "\"mask\",nan,1,3000,40,0\r\n", false, true, nullptr},
         ExtraLines{"MaskNegativeEdge", "\"mask\",-1000,1,3000,40,0\r\n", false, true, nullptr},
         ExtraLines{"MaskOpenQuote", "\"mask,1000,1,3000,40,0\r\n", false, true, nullptr},
+        ExtraLines{"QTotalLongerThanAnEntry",
+                   "\"qtotal\",\"" + std::string(1001, '\xa2') + "\"\r\n", false, false, nullptr},
         ExtraLines{"QTotalAfterDamagedMask", "\"mask\",x\r\n\"qtotal\",\"3\"\r\n", false, true,
                    "3"}),
     [](const ::testing::TestParamInfo<ExtraLines>& i) { return std::string(i.param.name); });

@@ -4,6 +4,7 @@
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -15,6 +16,7 @@ namespace {
 constexpr int kDesignFields = 47;
 constexpr const char* kMaskTag = "mask";
 constexpr const char* kQTotalTag = "qtotal";
+constexpr long kMaxEntryCharacters = 1000;
 
 std::string numberText(double v)
 {
@@ -76,7 +78,13 @@ void readLine(std::string_view line, DesignExtras& extras)
         extras.mask = maskOfFields(fields);
         extras.maskDamaged = !extras.mask;
     } else if (tag == kQTotalTag && fields.size() == 2) {
-        extras.qTotal = utf8OrLatin1(fields[1]);
+        // As long as an entry can be, in characters, or it is no Q total;
+        // so it is read back whole once written as UTF-8.
+        std::string text = utf8OrLatin1(fields[1]);
+        const auto characters = std::count_if(text.begin(), text.end(), [](char c) {
+            return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+        });
+        if (characters <= kMaxEntryCharacters) extras.qTotal = std::move(text);
     }
 }
 
