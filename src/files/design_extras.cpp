@@ -80,7 +80,10 @@ void readLine(std::string_view line, DesignExtras& extras)
     } else if (tag == kQTotalTag && fields.size() == 2) {
         // As long as an entry can be, in characters, or it is no Q total;
         // so it is read back whole once written as UTF-8.
+        // A field can't hold a quote in this format: the writer drops them, so
+        // the reader does too, and what is read is what will be written.
         std::string text = utf8OrLatin1(fields[1]);
+        std::erase(text, '"');
         const auto characters = std::count_if(text.begin(), text.end(), [](char c) {
             return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
         });
