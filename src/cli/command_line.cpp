@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/file_options.h"
+#include "cli/requirement_options.h"
 
 #include <algorithm>
 #include <cctype>
@@ -239,6 +240,11 @@ const std::map<std::string, Handler>& valueOptions()
         {"--open", addOpen},
         {"--save-as", addSaveAs},
         {"--default-design", [](CommandLine& cl, const std::string& v) { cl.defaultDesign = v; }},
+        {"--mask", addMask},
+        {"--use-requirement",
+         [](CommandLine& cl, const std::string& v) {
+             addUseRequirement(cl, familyAction(v).text);
+         }},
     };
     return kOptions;
 }
@@ -358,6 +364,13 @@ Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
   --export-spice PATH     write the design's SPICE netlist to PATH, replacing a file there
   --bom PATH              write the bill of materials (CSV) to PATH, replacing a file there
+
+Requirement (Options > "Requirements..."):
+  --mask fp=F,ap=DB,fs=F,as=DB[,gd=PCT]  open the requirements window and
+                       type the mask: flat to Ap dB up to fp, As dB down
+                       beyond fs, the group delay varying at most PCT percent
+  --use-requirement NAME  use that family's row (names as --family): its
+                       least pole count, ripple and cutoff for the mask
 
 Design files (each answers its own dialog and question):
   --open PATH          File > Open, choosing PATH

@@ -4,6 +4,7 @@
 #include "cli/control_guide.h"
 #include "cli/file_options.h"
 #include "cli/json_writer.h"
+#include "cli/requirement_options.h"
 #include "design/cycle.h"
 #include "files/ini_settings.h"
 #include "screen/quellmark_form.h"
@@ -80,10 +81,12 @@ int main(int argc, char** argv)
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
-            std::cout << (cl.json ? qm::screenAsJson(form, platform,
-                                                     catalogue.jsonMembers(form) +
-                                                         qm::analysisJsonMembers(form, cl.analysis))
-                                  : qm::screenAsText(form, platform));
+            std::cout << (cl.json
+                              ? qm::screenAsJson(form, platform,
+                                                 catalogue.jsonMembers(form) +
+                                                     qm::analysisJsonMembers(form, cl.analysis) +
+                                                     qm::requirementsJsonMember(form))
+                              : qm::screenAsText(form, platform));
         return entryNotUnderstood(platform) ? kExitNotUnderstood : 0;
     } catch (const qm::UsageError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";

@@ -236,6 +236,19 @@ Control& FormControls::addWindowControl(std::string_view window, std::string_vie
     return c;
 }
 
+Control& FormControls::addMenuEntry(std::string_view name, std::string_view menu,
+                                    std::string_view caption)
+{
+    Control& c = otherWindows_.emplace_back();
+    c.name = c.base = std::string(name);
+    c.kind = ControlKind::Menu;
+    c.menu = std::string(menu);
+    c.text = std::string(caption);
+    menuEntries_.push_back(&c);
+    byName_.emplace(c.name, &c);
+    return c;
+}
+
 GridModel& FormControls::addWindowGrid(std::string_view window, std::string_view name)
 {
     const Control& c = addWindowControl(window, name, ControlKind::Grid);

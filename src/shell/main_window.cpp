@@ -304,6 +304,15 @@ void MainWindow::buildMenus()
         }
         actions_[c->name] = a;
     }
+    // Entries that the windows beside the design screen bring, at the end
+    // of the menu they name.
+    for (Control* c : form_.menuEntries()) {
+        QMenu* menu = menus_[c->menu];
+        if (!menu) continue;
+        QAction* a = menu->addAction(QString::fromStdString(c->text));
+        connect(a, &QAction::triggered, this, [this, name = c->name] { menuChosen(name); });
+        actions_[c->name] = a;
+    }
 }
 
 // --- Events -----------------------------------------------------------------
