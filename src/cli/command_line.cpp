@@ -252,6 +252,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             cl.listControls = true;
         } else if (option == "--help" || option == "-h") {
             cl.help = true;
+        } else if (option == "--version") {
+            cl.version = true;
         } else if (option == "--fully-differential") {
             addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
         } else if (option == "--single-ended") {
@@ -360,7 +362,8 @@ Output:
   --list-controls      every control's name, kind and what it is, then stop
   --decimal-separator C  '.' or ',' instead of the locale's
   --settings PATH      keep the settings in the INI file PATH (else in memory)
-  --help               this text
+  --help, -h           this text
+  --version            the program's name and version
 
 An option that needs a value never takes the next option (a word that starts
 with "--") as its value: "--poles --show X" is an error. A value that starts
