@@ -22,6 +22,7 @@ namespace qm {
 
 class CatalogueShell;
 class ChartView;
+class RecentMenu;
 class FormCanvas;
 class SideWindow;
 class ShellServices;
@@ -102,10 +103,12 @@ class MainWindow : public QMainWindow, private ControlEvents
     static bool hasWindowOfItsOwn(const Control& window);
     void styleWidget(const Control& c, QWidget* w);
     void buildMenus();
+    void addRecentMenu();
     void applyTabOrder();
     void syncWidget(Binding& b);
     void syncKind(Binding& b);
     void syncMenus();
+    void syncMenuTexts(const QList<QAction*>& actions);
     void syncWindow();
     const Binding* bindingAt(QWidget* w) const;
     const Control* sideControlAt(QWidget* w) const;
@@ -127,6 +130,8 @@ class MainWindow : public QMainWindow, private ControlEvents
     std::unordered_map<const QWidget*, std::size_t> byWidget_;
     std::unordered_map<std::string, QAction*> actions_;
     std::unordered_map<std::string, QMenu*> menus_;
+    std::unordered_map<const QAction*, const Control*> menuControls_;
+    RecentMenu* recentMenu_ = nullptr;
     int depth_ = 0;
     bool syncing_ = false;
     int eventsDispatched_ = 0;

@@ -3,6 +3,7 @@
 // window are kept between runs.
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
+#include "shell/recent_menu.h"
 #include "shell/twips.h"
 
 #include <QApplication>
@@ -94,6 +95,8 @@ void MainWindow::readSettings()
     const QSettings settings;
     const QByteArray geometry = settings.value(QLatin1String(kGeometryKey)).toByteArray();
     if (!geometry.isEmpty()) restoreGeometry(geometry);
+    // The recent designs are in the store chosen for this run.
+    if (recentMenu_) recentMenu_->refresh();
 }
 
 void MainWindow::writeSettings() const
