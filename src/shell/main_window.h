@@ -65,6 +65,8 @@ class MainWindow : public QMainWindow, private ControlEvents
     /// Where the widgets of other windows send what the user does.
     ControlEvents& controlEvents() { return *this; }
     CatalogueShell* catalogue() const { return catalogue_.get(); }
+    /// File > Open Recent.
+    RecentMenu* recentMenu() const { return recentMenu_; }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
