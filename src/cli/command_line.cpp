@@ -324,8 +324,9 @@ its windows' controls are frmKRNamps.NAME and PartList.NAME):
                        the actions; taken and refused rows go to stderr
   --export-amplifiers CSV  write the whole catalogue as CSV after the actions
   --datasheets DIR     look for data sheets in DIR (repeatable); by default in
-                       "datasheets" beside this program. Nothing is opened: a
-                       sheet counts as opened when its file exists
+                       share/quellmark/datasheets beside this program's folder.
+                       Nothing is opened: a sheet counts as opened when its
+                       file exists
   --select GRID=ROW[,COL]  make a cell of a grid current (rows and columns
                        from 0), e.g. --select frmKRNamps.DBGrid1=2
   --click GRID=COL     click the head of a grid's column: sorts by it
