@@ -84,8 +84,9 @@ int main(int argc, char** argv)
         const QCoreApplication core(argc, argv);
         return answerWithoutWindow(early);
     }
-    // A print run shows nothing, so it needs no display.
-    if (early.mode == qm::LaunchMode::PrintPdf)
+    // A run that writes a file and ends (a print run) shows nothing, so it
+    // needs no display.
+    if (early.mode != qm::LaunchMode::Window && early.mode != qm::LaunchMode::Refused)
         qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("offscreen"));
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quellmark"));
