@@ -38,15 +38,6 @@ void report(const QString& text)
     std::fprintf(stderr, "quellmark: %s\n", qPrintable(text));
 }
 
-} // namespace
-
-void openLaunchDesign(QuellmarkForm& form, const QString& path)
-{
-    form.runGuarded([&] { openDesignFile(form, QFile::encodeName(path).toStdString()); });
-}
-
-namespace {
-
 const QString kHelp = QStringLiteral("help");
 const QString kVersion = QStringLiteral("version");
 const QString kPrintPdf = QStringLiteral("print-pdf");
@@ -155,6 +146,11 @@ bool mayHoldToolkitOptions(const QStringList& arguments)
     return std::any_of(first, end, [](const QString& a) {
         return a.size() > 2 && a.startsWith(QLatin1Char('-')) && !a.startsWith(QLatin1String("--"));
     });
+}
+
+void openLaunchDesign(QuellmarkForm& form, const QString& path)
+{
+    form.runGuarded([&] { openDesignFile(form, QFile::encodeName(path).toStdString()); });
 }
 
 int runBatchPrint(const LaunchOptions& options)
