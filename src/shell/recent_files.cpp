@@ -37,7 +37,7 @@ QStringList RecentFiles::files() const
 void RecentFiles::removeMissing()
 {
     QStringList files = readSettings();
-    files.removeIf([](const QString& f) { return !QFileInfo::exists(f); });
+    files.removeIf([](const QString& f) { return !QFileInfo(f).isFile(); });
     writeSettings(files);
 }
 

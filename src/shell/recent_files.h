@@ -19,7 +19,7 @@ class RecentFiles : public RecentDesigns
     void designUsed(const std::string& path) override;
     /// The list as the store holds it now.
     QStringList files() const;
-    /// Takes out the files that are no longer there.
+    /// Takes out the designs that are no longer there as files.
     void removeMissing();
     void clear();
 
