@@ -270,6 +270,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             cl.listControls = true;
         } else if (option == "--help" || option == "-h") {
             cl.help = true;
+        } else if (option == "--version") {
+            cl.version = true;
         } else if (option == "--fully-differential") {
             addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
         } else if (option == "--single-ended") {
@@ -344,8 +346,9 @@ its windows' controls are frmKRNamps.NAME and PartList.NAME):
                        the actions; taken and refused rows go to stderr
   --export-amplifiers CSV  write the whole catalogue as CSV after the actions
   --datasheets DIR     look for data sheets in DIR (repeatable); by default in
-                       "datasheets" beside this program. Nothing is opened: a
-                       sheet counts as opened when its file exists
+                       share/quellmark/datasheets beside this program's folder.
+                       Nothing is opened: a sheet counts as opened when its
+                       file exists
   --select GRID=ROW[,COL]  make a cell of a grid current (rows and columns
                        from 0), e.g. --select frmKRNamps.DBGrid1=2
   --click GRID=COL     click the head of a grid's column: sorts by it
@@ -391,7 +394,8 @@ Output:
   --list-controls      every control's name, kind and what it is, then stop
   --decimal-separator C  '.' or ',' instead of the locale's
   --settings PATH      keep the settings in the INI file PATH (else in memory)
-  --help               this text
+  --help, -h           this text
+  --version            the program's name and version
 
 An option that needs a value never takes the next option (a word that starts
 with "--") as its value: "--poles --show X" is an error. A value that starts

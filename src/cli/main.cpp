@@ -10,6 +10,8 @@
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 
+#include "program_version.h"
+
 #include <iostream>
 
 namespace {
@@ -49,6 +51,10 @@ int main(int argc, char** argv)
             qm::parseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
         if (cl.help) {
             std::cout << qm::usageText();
+            return 0;
+        }
+        if (cl.version) {
+            std::cout << "quellmark-cli " << qm::kProgramVersion << "\n";
             return 0;
         }
         qm::RecordingPlatform platform;

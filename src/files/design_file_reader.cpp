@@ -219,14 +219,16 @@ void readDesign(QuellmarkForm& f, const std::string& sfile)
 
 } // namespace
 
-void OpenFile(QuellmarkForm& f, const std::string& sfile)
+bool OpenFile(QuellmarkForm& f, const std::string& sfile)
 {
     setBusy(f, true);
     try {
         readDesign(f, sfile);
+        return true;
     } catch (...) {
         // Any failure, of whatever kind, anywhere in the load.
         failedLoad(f, sfile);
+        return false;
     }
 }
 

@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QMenu>
 #include <QPainter>
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -33,9 +32,7 @@ ShellServices::ShellServices(MainWindow& window)
     form.platform.printer = &printer;
     form.platform.settings = &settings;
     form.platform.help = &help;
-    auto* f1 = new QShortcut(QKeySequence::HelpContents, &window);
-    f1->setContext(Qt::ApplicationShortcut);
-    connect(f1, &QShortcut::activated, this, [this] { openHelp(); });
+    form.platform.recent = &recent;
     window.installEventFilter(this);
 }
 
@@ -63,7 +60,7 @@ void ShellServices::openHelp()
                 return;
             }
     }
-    pressF1(form, form.focusedControl());
+    window_.controlEvents().userEvent(form.HelpCont.name, FormEvent::Click, {});
 }
 
 void renderFormPage(MainWindow& window, QPainter& painter, const QRectF& page)

@@ -4,6 +4,7 @@
 #include "shell/analysis_window.h"
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
+#include "shell/recent_menu.h"
 #include "shell/twips.h"
 
 #include <QApplication>
@@ -96,6 +97,8 @@ void MainWindow::readSettings()
     const QByteArray geometry = settings.value(QLatin1String(kGeometryKey)).toByteArray();
     if (!geometry.isEmpty()) restoreGeometry(geometry);
     if (analysis_) analysis_->readSettings(settings);
+    // The recent designs are in the store chosen for this run.
+    if (recentMenu_) recentMenu_->refresh();
 }
 
 void MainWindow::writeSettings() const
