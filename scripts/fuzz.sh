@@ -2,7 +2,7 @@
 # Builds one fuzz target with clang and runs it for SECONDS on its seed
 # corpus; what it learns goes to a corpus folder in the build tree, never
 # into the repository. Usage: scripts/fuzz.sh TARGET SECONDS
-#   TARGET: design_file or number_entry (or fuzz_design_file, ...)
+#   TARGET: design_file, design_extras or number_entry (or fuzz_design_file, ...)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -3,19 +3,32 @@
 # those that are missing. Needs root, or sudo.
 #
 #   scripts/install-deps.sh            what the build and the tests use
-#   scripts/install-deps.sh --checks   and the formatter and clang-tidy of .ci/run
+#   scripts/install-deps.sh --package  and what `cpack -G DEB` needs
+#   scripts/install-deps.sh --checks   and the formatter, clang-tidy and the
+#                                      package's validators of .ci/run
 set -euo pipefail
 
 # The build (the window needs Qt and its GL headers, the benchmarks Google
 # Benchmark) and the tests (GoogleTest; the window's tests draw text on Qt's
 # offscreen platform, which needs a font; the printing tests read their PDF
 # with poppler's tools; the amplifier catalogue is kept with SQLite; the
-# circuits are solved with Eigen and their netlists checked by ngspice).
-packages=(cmake g++ make pkg-config qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
-          libsqlite3-dev fonts-dejavu-core poppler-utils libeigen3-dev ngspice)
-if [ "${1:-}" = "--checks" ]; then
-    packages+=(clang-format clang-tidy clang libclang-rt-14-dev)
-fi
+# icon's pictures are drawn from its SVG with rsvg-convert; the circuits are
+# solved with Eigen and their netlists checked by ngspice).
+packages=(cmake g++ make pkg-config qt6-base-dev qt6-charts-dev libqt6opengl6-dev libgl-dev
+          libgtest-dev libbenchmark-dev libsqlite3-dev fonts-dejavu-core poppler-utils librsvg2-bin
+          libeigen3-dev ngspice)
+# The package works out its dependencies with dpkg-shlibdeps, which CPack
+# runs on the files that `file` finds to be programs.
+package_tools=(dpkg-dev file)
+case "${1:-}" in
+--package)
+    packages+=("${package_tools[@]}")
+    ;;
+--checks)
+    packages+=(clang-format clang-tidy clang libclang-rt-14-dev "${package_tools[@]}"
+               lintian appstream desktop-file-utils shared-mime-info man-db)
+    ;;
+esac
 
 missing=()
 for p in "${packages[@]}"; do

@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <string>
 #include <tuple>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -114,6 +115,56 @@ TEST(FileMenu, SaveGoesToTheFileSavedNotTheFileOpenedAndNewKeepsBoth)
     EXPECT_EQ(s.text("Text18"), "3");
     EXPECT_EQ(s.text("Form"), kTitle + " - opened.qmf");
     EXPECT_EQ(s.f->currentFile, saved);
+}
+
+TEST(FileMenu, RecentDesignsHearOfEveryDesignOpenedOrSavedByNameAndOfNothingElse)
+{
+    using Answer = qm::MessageAnswer;
+    struct Step
+    {
+        const char* menu;
+        const char* file; ///< in the test's folder; "" cancels the dialog
+        Answer answer = Answer::Yes;
+    };
+    const struct
+    {
+        const char* name;
+        std::vector<Step> steps;
+        std::vector<std::string> used;
+    } cases[] = {
+        {"opened", {{"mnuFileOpen", "good.qmf"}}, {"good.qmf"}},
+        {"opened twice",
+         {{"mnuFileOpen", "good.qmf"}, {"mnuFileOpen", "good.qmf"}},
+         {"good.qmf", "good.qmf"}},
+        {"not a design", {{"mnuFileOpen", "notes.txt"}}, {}},
+        {"not there", {{"mnuFileOpen", "gone.qmf"}}, {}},
+        {"open cancelled", {{"mnuFileOpen", ""}}, {}},
+        {"saved as", {{"mnuFileSaveAs", "new.qmf"}}, {"new.qmf"}},
+        {"saved as, then saved",
+         {{"mnuFileSaveAs", "new.qmf"}, {"mnuFileSave", ""}},
+         {"new.qmf", "new.qmf"}},
+        {"saved with no name yet", {{"mnuFileSave", "new.qmf"}}, {"new.qmf"}},
+        {"replacing refused", {{"mnuFileSaveAs", "good.qmf", Answer::No}}, {}},
+        {"saved into no folder", {{"mnuFileSaveAs", "none/new.qmf"}}, {}},
+        {"save as cancelled", {{"mnuFileSaveAs", ""}}, {}},
+        {"saved as the default", {{"SADmnu", ""}}, {}},
+        {"new, from the default", {{"mnuFileNew", ""}}, {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        TempFolder dir;
+        writeFile(dir.file("good.qmf"), designOf("4"));
+        writeFile(dir.file("QMdef.qmf"), designOf("6"));
+        writeFile(dir.file("notes.txt"), "not a design");
+        Screen s(dir.file("QMdef.qmf"));
+        EXPECT_TRUE(s.p.designsUsed.empty()) << "the default design read at the start";
+        for (const Step& step : c.steps)
+            s.click(step.menu, *step.file ? dir.file(step.file) : "", step.answer);
+        std::vector<std::string> used;
+        for (const std::string& name : c.used)
+            used.push_back(dir.file(name));
+        EXPECT_EQ(s.p.designsUsed, used);
+    }
 }
 
 // --- The default design ------------------------------------------------------

@@ -22,8 +22,9 @@ struct CatalogueServices
 {
     AmplifierStore* store = nullptr;
     DocumentLauncher* launcher = nullptr;
-    /// The "datasheets" folders, in the order they are searched: beside the
-    /// program, then in the user's data folder.
+    /// The "datasheets" folders, in the order they are searched: the
+    /// program's own (share/quellmark/datasheets beside its bin folder),
+    /// then the one in the user's data folder.
     std::vector<std::string> dataSheetFolders;
 };
 

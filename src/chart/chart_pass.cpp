@@ -3,6 +3,7 @@
 #include "chart/chart_legends.h"
 #include "chart/chart_numbers.h"
 #include "chart/group_delay.h"
+#include "chart/mask_lines.h"
 #include "chart/section_response.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
@@ -251,6 +252,18 @@ void gainAndPhaseTraces(const QuellmarkForm& f, const ChartPen& pen, double w, d
     }
 }
 
+/// The requirement's mask under the traces, hung from the passband's largest
+/// gain as the gain trace shows it.
+void maskOnChart(const QuellmarkForm& f, const ChartPen& pen, double w, double h)
+{
+    const RequirementsState& r = f.requirements;
+    if (!r.inForce() || !r.verdict) return;
+    const ChartFrame frame{w, h, d64(sweepStart(f.fc)), d64(f.ampScale), d64(f.ampOffset)};
+    const double peak = r.verdict->passbandPeakDb + d64(f.chartGainRef);
+    for (const MaskLine& l : maskLines(*r.mask, f.InvCalc.value != 0, peak, frame))
+        pen.line(l.x1, l.y1, l.x2, l.y2, l.color);
+}
+
 } // namespace
 
 // A 32-bit chain from 1e-7, so the start lands just under its power of ten.
@@ -289,6 +302,7 @@ void chartAxesAndTraces(QuellmarkForm& f)
     gainScale(f, h);
     delayScaleOf(f);
     const ChartPen pen(f);
+    maskOnChart(f, pen, w, h);
     if (ticked(f.ShowGDTrace)) delayTrace(f, pen, w, h);
     delayLegend(f);
     gainAndPhaseTraces(f, pen, w, h);

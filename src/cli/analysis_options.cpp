@@ -12,6 +12,18 @@ namespace qm {
 
 namespace {
 
+/// "OPTION takes WHAT, not 'TEXT'": the one-line refusal of a value.
+UsageError refusal(const std::string& option, const char* what, const std::string& text)
+{
+    std::string message = option;
+    message += " takes ";
+    message += what;
+    message += ", not '";
+    message += text;
+    message += "'";
+    return UsageError(message);
+}
+
 /// A number as the design screen reads one ("10M", "2.5k", "1e6").
 double numberOf(const std::string& option, const std::string& text)
 {
@@ -56,7 +68,7 @@ void tolerances(AnalysisRequest& r, const std::string& option, const std::string
         const auto eq = item.find('=');
         const std::string key = item.substr(0, eq);
         if (eq == std::string::npos || (key != "R" && key != "C"))
-            throw UsageError(option + " takes R=PCT,C=PCT, not '" + text + "'");
+            throw refusal(option, "R=PCT,C=PCT", text);
         const double pct = positive(option, item.substr(eq + 1));
         (key == "R" ? r.settings.tolerance.exactResistorPercent
                     : r.settings.tolerance.capacitorPercent) = pct;
@@ -69,7 +81,7 @@ void limits(AnalysisRequest& r, const std::string& option, const std::string& te
         const auto eq = item.find('=');
         const std::string key = item.substr(0, eq);
         if (eq == std::string::npos || (key != "cutoff" && key != "gain"))
-            throw UsageError(option + " takes cutoff=PCT,gain=DB, not '" + text + "'");
+            throw refusal(option, "cutoff=PCT,gain=DB", text);
         const double x = positive(option, item.substr(eq + 1));
         if (key == "cutoff")
             r.settings.tolerance.cutoffLimitPercent = x;

@@ -14,13 +14,15 @@ namespace qm {
 
 namespace {
 
-/// The folder "datasheets" beside this program.
-std::string besideProgram()
+/// The program's own data sheets: share/quellmark/datasheets beside its bin
+/// folder, where they are installed.
+std::string installedDataSheets()
 {
+    constexpr const char* kBesideBin = "../share/quellmark/datasheets";
     std::error_code ec;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (ec) return "datasheets";
-    return (program.parent_path() / "datasheets").string();
+    if (ec) return kBesideBin;
+    return (program.parent_path() / kBesideBin).lexically_normal().string();
 }
 
 std::string readFile(const std::string& path)
@@ -103,7 +105,8 @@ CatalogueRun::CatalogueRun(QuellmarkForm& form, const CatalogueOptions& options)
     services.store = store_.get();
     services.launcher = &launcher_;
     services.dataSheetFolders = options_.dataSheetFolders;
-    if (services.dataSheetFolders.empty()) services.dataSheetFolders.push_back(besideProgram());
+    if (services.dataSheetFolders.empty())
+        services.dataSheetFolders.push_back(installedDataSheets());
     windows_ = std::make_unique<CatalogueWindows>(form, services);
 }
 

@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/file_options.h"
+#include "cli/requirement_options.h"
 
 #include <algorithm>
 #include <cctype>
@@ -239,6 +240,11 @@ const std::map<std::string, Handler>& valueOptions()
         {"--open", addOpen},
         {"--save-as", addSaveAs},
         {"--default-design", [](CommandLine& cl, const std::string& v) { cl.defaultDesign = v; }},
+        {"--mask", addMask},
+        {"--use-requirement",
+         [](CommandLine& cl, const std::string& v) {
+             addUseRequirement(cl, familyAction(v).text);
+         }},
     };
     return kOptions;
 }
@@ -264,6 +270,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& args)
             cl.listControls = true;
         } else if (option == "--help" || option == "-h") {
             cl.help = true;
+        } else if (option == "--version") {
+            cl.version = true;
         } else if (option == "--fully-differential") {
             addAction(cl, {ActionKind::Check, "FDAcircuit", ""});
         } else if (option == "--single-ended") {
@@ -338,8 +346,9 @@ its windows' controls are frmKRNamps.NAME and PartList.NAME):
                        the actions; taken and refused rows go to stderr
   --export-amplifiers CSV  write the whole catalogue as CSV after the actions
   --datasheets DIR     look for data sheets in DIR (repeatable); by default in
-                       "datasheets" beside this program. Nothing is opened: a
-                       sheet counts as opened when its file exists
+                       share/quellmark/datasheets beside this program's folder.
+                       Nothing is opened: a sheet counts as opened when its
+                       file exists
   --select GRID=ROW[,COL]  make a cell of a grid current (rows and columns
                        from 0), e.g. --select frmKRNamps.DBGrid1=2
   --click GRID=COL     click the head of a grid's column: sorts by it
@@ -358,6 +367,13 @@ Files:
   --save-chart-data PATH  write the chart data to PATH, replacing a file there
   --export-spice PATH     write the design's SPICE netlist to PATH, replacing a file there
   --bom PATH              write the bill of materials (CSV) to PATH, replacing a file there
+
+Requirement (Options > "Requirements..."):
+  --mask fp=F,ap=DB,fs=F,as=DB[,gd=PCT]  open the requirements window and
+                       type the mask: flat to Ap dB up to fp, As dB down
+                       beyond fs, the group delay varying at most PCT percent
+  --use-requirement NAME  use that family's row (names as --family): its
+                       least pole count, ripple and cutoff for the mask
 
 Design files (each answers its own dialog and question):
   --open PATH          File > Open, choosing PATH
@@ -378,7 +394,8 @@ Output:
   --list-controls      every control's name, kind and what it is, then stop
   --decimal-separator C  '.' or ',' instead of the locale's
   --settings PATH      keep the settings in the INI file PATH (else in memory)
-  --help               this text
+  --help, -h           this text
+  --version            the program's name and version
 
 An option that needs a value never takes the next option (a word that starts
 with "--") as its value: "--poles --show X" is an error. A value that starts

@@ -32,6 +32,7 @@ struct CommandLine
     std::vector<UserAction> actions;
     bool json = false;
     bool help = false;
+    bool version = false;
     bool listControls = false;
     char decimalSeparator = '\0';
     std::vector<std::string> only; ///< controls to print; empty prints all

@@ -4,10 +4,13 @@
 #include "cli/control_guide.h"
 #include "cli/file_options.h"
 #include "cli/json_writer.h"
+#include "cli/requirement_options.h"
 #include "design/cycle.h"
 #include "files/ini_settings.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
+
+#include "program_version.h"
 
 #include <iostream>
 
@@ -50,6 +53,10 @@ int main(int argc, char** argv)
             std::cout << qm::usageText();
             return 0;
         }
+        if (cl.version) {
+            std::cout << "quellmark-cli " << qm::kProgramVersion << "\n";
+            return 0;
+        }
         qm::RecordingPlatform platform;
         qm::IniSettings iniSettings(cl.settingsFile);
         if (!cl.settingsFile.empty()) platform.settings = &iniSettings;
@@ -61,6 +68,12 @@ int main(int argc, char** argv)
         platform.answers.assign(cl.answers.begin(), cl.answers.end());
         qm::QuellmarkForm form(services);
         qm::addCircuitHandlers(form);
+        // The report is drawn by the window program; here the entry says so.
+        form.on("ExportReport", qm::FormEvent::Click,
+                [](qm::QuellmarkForm& f, int, const qm::EventArgs&) {
+                    f.showMessage(
+                        "The report is made by the window program: quellmark --report-pdf OUT.pdf");
+                });
         qm::CatalogueRun catalogue(form, cl.catalogue);
         form.runGuarded([&] { qm::Form_Initialize(form); });
         if (cl.listControls) {
@@ -74,10 +87,12 @@ int main(int argc, char** argv)
         if (!cl.only.empty())
             std::cout << selectedControls(form, cl, platform);
         else
-            std::cout << (cl.json ? qm::screenAsJson(form, platform,
-                                                     catalogue.jsonMembers(form) +
-                                                         qm::analysisJsonMembers(form, cl.analysis))
-                                  : qm::screenAsText(form, platform));
+            std::cout << (cl.json
+                              ? qm::screenAsJson(form, platform,
+                                                 catalogue.jsonMembers(form) +
+                                                     qm::analysisJsonMembers(form, cl.analysis) +
+                                                     qm::requirementsJsonMember(form))
+                              : qm::screenAsText(form, platform));
         return entryNotUnderstood(platform) ? kExitNotUnderstood : 0;
     } catch (const qm::UsageError& e) {
         std::cerr << "quellmark-cli: " << e.what() << "\n";

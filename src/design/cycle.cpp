@@ -15,6 +15,7 @@
 #include "numbers/pole_pairs.h"
 #include "screen/prompts.h"
 #include "screen/quellmark_form.h"
+#include "screen/requirements_window.h"
 
 #include <cmath>
 #include <string>
@@ -303,6 +304,7 @@ void updatescreen(QuellmarkForm& f)
         if (f.readingDesignFile) throw;
         notices.push_back(markDesignUnbuildable(f, e.what()));
     }
+    attempt([&] { checkRequirements(f); });
     attempt([&] { chartGridAndSweep(f); });
     attempt([&] { totalsAndDescription(f); });
     attempt([&] { chartAxesAndTraces(f); });

@@ -28,7 +28,8 @@ bool SaveSub(QuellmarkForm& f, const std::string& sfile);
 /// Reads a design file onto the screen and recalculates. A file that isn't
 /// a design shows kNotADesignFile and keeps what was read before the fault;
 /// the default design file fails silently into the built-in design.
-void OpenFile(QuellmarkForm& f, const std::string& sfile);
+/// Returns whether the whole design was read.
+bool OpenFile(QuellmarkForm& f, const std::string& sfile);
 
 /// The default design: the user's file, else the site's, else the
 /// built-in design.

@@ -1,5 +1,6 @@
 #include "design/cycle.h"
 #include "files/design_file.h"
+#include "files/design_restore.h"
 #include "files/field_reader.h"
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
@@ -109,9 +110,11 @@ void readSelections(QuellmarkForm& f, FieldReader& in)
     });
 }
 
-/// Steps 11 to 15: the entries, the chart's start and gain scale.
-void readEntries(QuellmarkForm& f, FieldReader& in)
+/// Steps 11 to 15: the entries, the chart's start and gain scale. Returns
+/// the Custom Fn&Q rows as read, which later reactions may replace.
+CustomRowTexts readEntries(QuellmarkForm& f, FieldReader& in)
 {
+    CustomRowTexts rows;
     for (int i = 0; i < 5; ++i) {
         f.C1Entry[i].text = in.text();
         f.C2Entry[i].text = in.text();
@@ -121,8 +124,8 @@ void readEntries(QuellmarkForm& f, FieldReader& in)
     f.RespF.text = in.text();
     f.Text19.text = in.text();
     for (int i = 0; i < 5; ++i) {
-        f.FnInput[i].text = in.text();
-        f.QInput[i].text = in.text();
+        f.FnInput[i].text = rows.fn[static_cast<std::size_t>(i)] = in.text();
+        f.QInput[i].text = rows.q[static_cast<std::size_t>(i)] = in.text();
     }
     f.Gfreq[0].text = in.text();
     f.TopAmp.visible = in.truth();
@@ -131,6 +134,7 @@ void readEntries(QuellmarkForm& f, FieldReader& in)
     f.BotAmp.text = in.text();
     const int highPass = checkValue(in.integer());
     react([&] { f.setCheck(f.InvCalc, highPass); });
+    return rows;
 }
 
 /// Step 16: the passband last, once every entry it mirrors is in place.
@@ -205,21 +209,26 @@ void readDesign(QuellmarkForm& f, const std::string& sfile)
     FieldReader in(*bytes);
     readFirstLine(f, in);
     readSelections(f, in);
-    readEntries(f, in);
+    const CustomRowTexts rows = readEntries(f, in);
     setPassband(f);
+    const DesignExtras extras = readDesignExtras(bytes->substr(in.position()));
+    restoreCustomDesign(f, rows, extras);
+    restoreMask(f, extras);
     finishLoad(f);
 }
 
 } // namespace
 
-void OpenFile(QuellmarkForm& f, const std::string& sfile)
+bool OpenFile(QuellmarkForm& f, const std::string& sfile)
 {
     setBusy(f, true);
     try {
         readDesign(f, sfile);
+        return true;
     } catch (...) {
         // Any failure, of whatever kind, anywhere in the load.
         failedLoad(f, sfile);
+        return false;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "files/design_file.h"
 
+#include "files/design_restore.h"
 #include "files/whole_file.h"
 #include "numbers/number_text.h"
 #include "screen/quellmark_form.h"
@@ -75,6 +76,9 @@ std::string designFileText(const QuellmarkForm& f)
                .text(f.BotAmp.text)
                .integer(f.InvCalc.value)
                .end();
+    // What the 22 lines have no room for follows them, where a reader of
+    // the 22 lines never looks.
+    out += designExtrasText(designExtrasOf(f));
     return out;
 }
 

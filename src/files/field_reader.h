@@ -36,6 +36,8 @@ class FieldReader
     float number();
     /// #TRUE# or #FALSE#.
     bool truth();
+    /// Where the next field starts, in bytes.
+    std::size_t position() const { return pos_; }
 
   private:
     std::string quoted();

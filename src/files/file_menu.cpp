@@ -20,6 +20,12 @@ MessageAnswer ask(const QuellmarkForm& f, const char* question, const char* titl
     return f.platform.messages->showMessage(question, title, MessageButtons::YesNo, icon);
 }
 
+/// A design the user opened or saved by name joins the recent designs.
+void noteRecent(const QuellmarkForm& f, const std::string& path)
+{
+    if (f.platform.recent) f.platform.recent->designUsed(path);
+}
+
 } // namespace
 
 std::string titleWithFile(const std::string& path)
@@ -29,8 +35,9 @@ std::string titleWithFile(const std::string& path)
 
 void openDesignFile(QuellmarkForm& f, const std::string& path)
 {
-    OpenFile(f, path);
+    const bool read = OpenFile(f, path);
     f.Form.text = titleWithFile(path);
+    if (read) noteRecent(f, path);
 }
 
 void mnuFileNew_click(QuellmarkForm& f)
@@ -50,8 +57,8 @@ void mnuFileSave_Click(QuellmarkForm& f)
 {
     if (f.currentFile.empty())
         mnuFileSaveAs_Click(f);
-    else
-        SaveSub(f, f.currentFile);
+    else if (SaveSub(f, f.currentFile))
+        noteRecent(f, f.currentFile);
 }
 
 void mnuFileSaveAs_Click(QuellmarkForm& f)
@@ -65,7 +72,7 @@ void mnuFileSaveAs_Click(QuellmarkForm& f)
         ask(f, kOverwriteQuestion, "title", MessageIcon::Exclamation) != MessageAnswer::Yes)
         return;
     f.Form.text = titleWithFile(name);
-    SaveSub(f, name);
+    if (SaveSub(f, name)) noteRecent(f, name);
 }
 
 void SADmnu_Click(QuellmarkForm& f)

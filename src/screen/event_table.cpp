@@ -4,6 +4,7 @@
 #include "files/printing.h"
 #include "screen/pole_pair_entry.h"
 #include "screen/quellmark_form.h"
+#include "screen/requirements_window.h"
 #include "screen/shell_menus.h"
 
 namespace qm {
@@ -14,6 +15,7 @@ void registerFormHandlers(QuellmarkForm& form)
     registerDesignEntryHandlers(form);
     registerSectionEntryHandlers(form);
     addPolePairEntry(form);
+    addRequirementsWindow(form);
     registerChartHandlers(form);
     registerPrintHandlers(form);
     registerShellHandlers(form);

@@ -186,6 +186,8 @@ void FormControls::registerMenus()
                            {&ShowPhaseTrace, "ShowPhaseTrace", "viewmnu"},
                            {&ShowGainTrace, "ShowGainTrace", "viewmnu"},
                            {&ShowValuesTable, "ShowValuesTable", "viewmnu"},
+                           {&analysismnu, "analysismnu", ""},
+                           {&AnalysisWindowMnu, "AnalysisWindowMnu", "analysismnu"},
                            {&Helpmnu, "Helpmnu", ""},
                            {&HelpCont, "HelpCont", "Helpmnu"},
                            {&FormLoad, "FormLoad", "Helpmnu"},
@@ -230,6 +232,19 @@ Control& FormControls::addWindowControl(std::string_view window, std::string_vie
     c.window = std::string(window);
     c.kind = kind;
     windowControls_.push_back(&c);
+    byName_.emplace(c.name, &c);
+    return c;
+}
+
+Control& FormControls::addMenuEntry(std::string_view name, std::string_view menu,
+                                    std::string_view caption)
+{
+    Control& c = otherWindows_.emplace_back();
+    c.name = c.base = std::string(name);
+    c.kind = ControlKind::Menu;
+    c.menu = std::string(menu);
+    c.text = std::string(caption);
+    menuEntries_.push_back(&c);
     byName_.emplace(c.name, &c);
     return c;
 }

@@ -66,6 +66,7 @@ struct FormControls
         Exitmnu;
     Control optionmnu, SADmnu, CatalogueMnu;
     Control viewmnu, ShowGDTrace, ShowPhaseTrace, ShowGainTrace, ShowValuesTable;
+    Control analysismnu, AnalysisWindowMnu;
     Control Helpmnu, HelpCont, FormLoad, NewScreen;
 
     /// Fixed captions that carry no name of their own in the design logic
@@ -89,6 +90,12 @@ struct FormControls
     /// holds the design screen's own.
     const std::vector<Control*>& windowControls() const { return windowControls_; }
 
+    /// A menu entry that a window beside the design screen brings into one
+    /// of the design screen's menus: reachable by name like any control, but
+    /// not one of the design screen's own controls that all() lists.
+    Control& addMenuEntry(std::string_view name, std::string_view menu, std::string_view caption);
+    const std::vector<Control*>& menuEntries() const { return menuEntries_; }
+
     /// The control of that name, or nullptr.
     Control* find(std::string_view name);
     const Control* find(std::string_view name) const;
@@ -106,6 +113,7 @@ struct FormControls
     std::deque<Control> otherWindows_;
     std::vector<Control*> windows_;
     std::vector<Control*> windowControls_;
+    std::vector<Control*> menuEntries_;
     std::deque<GridModel> gridTables_;
     std::vector<GridModel*> grids_;
     std::vector<Control*> registry_;

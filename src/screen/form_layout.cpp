@@ -160,6 +160,8 @@ void menus(FormControls& f)
                           {&f.ShowPhaseTrace, "Show Phase Trace", ""},
                           {&f.ShowGainTrace, "Show Gain Trace", ""},
                           {&f.ShowValuesTable, "Show value table", ""},
+                          {&f.analysismnu, "Analysis", ""},
+                          {&f.AnalysisWindowMnu, "Tolerance, amplifier, step and noise...", ""},
                           {&f.Helpmnu, "Help", ""},
                           {&f.HelpCont, "Help Contents", ""},
                           {&f.FormLoad, "&About Quellmark", ""},

@@ -113,6 +113,15 @@ class HelpViewer
     virtual void showHelp(int context) = 0;
 };
 
+/// Hears of every design file the user opened or saved by its name, for the
+/// window's list of recent designs.
+class RecentDesigns
+{
+  public:
+    virtual ~RecentDesigns() = default;
+    virtual void designUsed(const std::string& path) = 0;
+};
+
 /// Everything the design screen asks of its platform. The pointers are
 /// borrowed and must outlive the form.
 struct PlatformServices
@@ -126,6 +135,7 @@ struct PlatformServices
     Printer* printer = nullptr;
     SettingsStore* settings = nullptr;
     HelpViewer* help = nullptr;
+    RecentDesigns* recent = nullptr;
     /// The locale's decimal separator; '\0' takes it from the C++ locale.
     char decimalSeparator = '\0';
     /// Where the default design lives: the user's own file, which "Save as

@@ -5,6 +5,7 @@
 // suppressUpdate is the only guard against a recalculation from there.
 #include "catalogue/design_catalogue.h"
 #include "design/design_record.h"
+#include "requirements/requirements_state.h"
 #include "screen/common_dialog.h"
 #include "screen/form_controls.h"
 #include "screen/platform.h"
@@ -55,6 +56,8 @@ class QuellmarkForm : public FormControls, public DesignRecord, public CommonDia
     PlatformServices platform;
     /// The amplifier chosen for the design and the parts of its sections.
     CatalogueDesignState catalogue;
+    /// The response mask and what it says of the families and the design.
+    RequirementsState requirements;
 
     // --- Setting state from code, raising handlers as the toolkit does ---
 

@@ -74,6 +74,11 @@ void RecordingPlatform::showHelp(int context)
     helpOpened.push_back(context);
 }
 
+void RecordingPlatform::designUsed(const std::string& path)
+{
+    designsUsed.push_back(path);
+}
+
 std::string MemorySettings::getSetting(const std::string& app, const std::string& section,
                                        const std::string& key, const std::string& fallback)
 {
@@ -93,6 +98,7 @@ PlatformServices RecordingPlatform::services()
     s.printer = this;
     s.settings = settings;
     s.help = this;
+    s.recent = this;
     s.messages = this;
     s.busy = this;
     s.graph = &graph;

@@ -66,7 +66,8 @@ class RecordingPlatform : public MessageBoxes,
                           public FileDialogs,
                           public FileTest,
                           public Printer,
-                          public HelpViewer
+                          public HelpViewer,
+                          public RecentDesigns
 {
   public:
     RecordingPlatform();
@@ -87,6 +88,7 @@ class RecordingPlatform : public MessageBoxes,
     void printForm() override;
     void endDocument() override;
     void showHelp(int context) override;
+    void designUsed(const std::string& path) override;
 
     /// The services to hand to a form.
     PlatformServices services();
@@ -105,7 +107,8 @@ class RecordingPlatform : public MessageBoxes,
     int documentsEnded = 0;
     int failAtPage = 0; ///< 1-based; 0 never fails
     std::function<void()> onPage;
-    std::vector<int> helpOpened; ///< context numbers, in order
+    std::vector<int> helpOpened;          ///< context numbers, in order
+    std::vector<std::string> designsUsed; ///< opened or saved by name, in order
     MemorySettings memorySettings;
     /// The store handed to a form: memorySettings unless set to another.
     SettingsStore* settings = &memorySettings;

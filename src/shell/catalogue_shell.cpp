@@ -27,7 +27,10 @@ std::string CatalogueShell::databasePath()
 
 std::vector<std::string> CatalogueShell::dataSheetFolders()
 {
-    const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath("datasheets");
+    // The program's own, where they are installed, then the user's.
+    const QString beside =
+        QDir::cleanPath(QDir(QCoreApplication::applicationDirPath())
+                            .filePath(QStringLiteral("../share/quellmark/datasheets")));
     const QString user = QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
                              .filePath(QStringLiteral("datasheets"));
     return {beside.toStdString(), user.toStdString()};

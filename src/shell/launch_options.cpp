@@ -6,11 +6,11 @@
 #include "shell/main_window.h"
 #include "shell/shell_services.h"
 
+#include <QCommandLineParser>
 #include <QFile>
-#include <QFileInfo>
 
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 namespace qm {
 
@@ -39,51 +39,126 @@ void report(const QString& text)
     std::fprintf(stderr, "quellmark: %s\n", qPrintable(text));
 }
 
+const QString kHelp = QStringLiteral("help");
+const QString kVersion = QStringLiteral("version");
+const QString kPrintPdf = QStringLiteral("print-pdf");
+const QString kReportPdf = QStringLiteral("report-pdf");
+const QString kSettings = QStringLiteral("settings");
+
+/// The window's options: the one list that reading the arguments and --help
+/// both go by.
+QList<QCommandLineOption> launchOptionList()
+{
+    const QString file = QStringLiteral("file");
+    return {
+        {{QStringLiteral("h"), kHelp}, QStringLiteral("Show these options and end.")},
+        {kVersion, QStringLiteral("Show the program's name and version and end.")},
+        {kPrintPdf,
+         QStringLiteral("Print the design's page into the PDF file <file> and end, with no "
+                        "window and no dialog."),
+         file},
+        {kReportPdf,
+         QStringLiteral("Write the design report into the PDF file <file> and end, with no "
+                        "window and no dialog."),
+         file},
+        {kSettings,
+         QStringLiteral("Keep the window's settings in the INI file <file> instead of the "
+                        "user's own store."),
+         file},
+    };
+}
+
+void describeOptions(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Designs active analog filters built round operational amplifiers."));
+    parser.addOptions(launchOptionList());
+    parser.addPositionalArgument(QStringLiteral("design"),
+                                 QStringLiteral("A design file (.qmf) to open."),
+                                 QStringLiteral("[design]"));
+}
+
+/// An option that needs a value never takes the next option (a word that
+/// starts with "--") as its value; a value that starts so is given in the
+/// option itself: --print-pdf=--x.pdf. Returns the refusal, or nothing.
+QString optionTakenAsValue(const QStringList& arguments)
+{
+    QStringList wanting;
+    for (const QCommandLineOption& o : launchOptionList())
+        if (!o.valueName().isEmpty())
+            for (const QString& name : o.names())
+                wanting << QStringLiteral("--") + name;
+    for (qsizetype i = 1; i + 1 < arguments.size(); ++i) {
+        if (arguments[i] == QLatin1String("--")) break;
+        if (wanting.contains(arguments[i]) && arguments[i + 1].startsWith(QLatin1String("--")))
+            return QStringLiteral("%1 needs a file, not the option '%2'")
+                .arg(arguments[i], arguments[i + 1]);
+    }
+    return {};
+}
+
+LaunchOptions refused(const QString& why)
+{
+    LaunchOptions o;
+    o.mode = LaunchMode::Refused;
+    o.error = why;
+    return o;
+}
+
 } // namespace
+
+LaunchOptions parseLaunchOptions(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describeOptions(parser);
+    if (!parser.parse(arguments)) return refused(parser.errorText());
+    if (const QString taken = optionTakenAsValue(arguments); !taken.isEmpty())
+        return refused(taken);
+    LaunchOptions o;
+    if (parser.isSet(kHelp)) {
+        o.mode = LaunchMode::Help;
+        return o;
+    }
+    if (parser.isSet(kVersion)) {
+        o.mode = LaunchMode::Version;
+        return o;
+    }
+    for (const QString& name : {kPrintPdf, kReportPdf, kSettings})
+        if (parser.isSet(name) && parser.value(name).isEmpty())
+            return refused(QStringLiteral("--%1 needs a file").arg(name));
+    const QStringList designs = parser.positionalArguments();
+    if (designs.size() > 1)
+        return refused(QStringLiteral("unexpected argument '%1'").arg(designs[1]));
+    o.design = designs.value(0);
+    o.printPdf = parser.value(kPrintPdf);
+    o.reportPdf = parser.value(kReportPdf);
+    o.settingsFile = parser.value(kSettings);
+    if (!o.printPdf.isEmpty() && !o.reportPdf.isEmpty())
+        return refused(QStringLiteral("--print-pdf and --report-pdf can't be given together"));
+    if (!o.printPdf.isEmpty()) o.mode = LaunchMode::PrintPdf;
+    if (!o.reportPdf.isEmpty()) o.mode = LaunchMode::ReportPdf;
+    return o;
+}
+
+QString launchHelpText()
+{
+    QCommandLineParser parser;
+    describeOptions(parser);
+    return parser.helpText();
+}
+
+bool mayHoldToolkitOptions(const QStringList& arguments)
+{
+    const auto first = arguments.begin() + std::min<qsizetype>(1, arguments.size());
+    const auto end = std::find(first, arguments.end(), QStringLiteral("--"));
+    return std::any_of(first, end, [](const QString& a) {
+        return a.size() > 2 && a.startsWith(QLatin1Char('-')) && !a.startsWith(QLatin1String("--"));
+    });
+}
 
 void openLaunchDesign(QuellmarkForm& form, const QString& path)
 {
     form.runGuarded([&] { openDesignFile(form, QFile::encodeName(path).toStdString()); });
-}
-
-LaunchOptions parseLaunchOptions(const QStringList& args)
-{
-    LaunchOptions o;
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        const QString& a = args[i];
-        if (a == QLatin1String("--print-pdf") || a == QLatin1String("--settings")) {
-            if (i + 1 >= args.size()) {
-                o.error = a + QStringLiteral(" needs a file");
-                return o;
-            }
-            (a == QLatin1String("--print-pdf") ? o.printPdf : o.settingsFile) = args[++i];
-        } else if (a == QLatin1String("--report-pdf")) {
-            if (i + 1 >= args.size()) {
-                o.error = a + QStringLiteral(" needs a file");
-                return o;
-            }
-            o.reportPdf = args[++i];
-        } else if (a.startsWith(QLatin1String("-"))) {
-            o.error = QStringLiteral("unknown option '%1'").arg(a);
-            return o;
-        } else if (o.design.isEmpty()) {
-            o.design = a;
-        } else {
-            o.error = QStringLiteral("unexpected argument '%1'").arg(a);
-            return o;
-        }
-    }
-    if (!o.printPdf.isEmpty() && !o.reportPdf.isEmpty())
-        o.error = QStringLiteral("--print-pdf and --report-pdf can't be given together");
-    return o;
-}
-
-bool wantsBatchPrint(int argc, char** argv)
-{
-    for (int i = 1; i < argc; ++i)
-        if (std::strcmp(argv[i], "--print-pdf") == 0 || std::strcmp(argv[i], "--report-pdf") == 0)
-            return true;
-    return false;
 }
 
 namespace {
@@ -93,6 +168,8 @@ namespace {
 bool startBatchDesign(MainWindow& window, ReportedMessages& messages, const LaunchOptions& options)
 {
     window.form().platform.messages = &messages;
+    // A run without a window leaves the user's recent designs as they were.
+    window.form().platform.recent = nullptr;
     if (!options.settingsFile.isEmpty()) window.shell().settings.useFile(options.settingsFile);
     window.start();
     if (!options.design.isEmpty()) openLaunchDesign(window.form(), options.design);

@@ -4,10 +4,13 @@
 #include "design/cycle.h"
 #include "files/file_menu.h"
 #include "shell/about_dialog.h"
+#include "shell/analysis_window.h"
 #include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/design_drop.h"
 #include "shell/form_canvas.h"
+#include "shell/menu_keys.h"
+#include "shell/recent_menu.h"
 #include "shell/schematic_view.h"
 #include "shell/shell_services.h"
 #include "shell/side_window.h"
@@ -34,7 +37,11 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     addCircuitHandlers(form_);
     buildWidgets();
     shell_ = new ShellServices(*this);
+    analysis_ = new AnalysisWindow(form_, this);
+    form_.on("AnalysisWindowMnu", FormEvent::Click,
+             [this](QuellmarkForm&, int, const EventArgs&) { analysis_->open(); });
     buildMenus();
+    addRecentMenu();
     applyTabOrder();
     stage_->onResize = [this] { fitToStage(); };
     connect(qApp, &QApplication::focusChanged, this,
@@ -272,19 +279,44 @@ void MainWindow::buildMenus()
         if (c->kind != ControlKind::Menu) continue;
         const QString caption = QString::fromStdString(c->text);
         if (c->menu.empty()) {
-            menus_[c->name] = menuBar()->addMenu(caption);
+            QMenu* menu = menuBar()->addMenu(caption);
+            menus_[c->name] = menu;
+            menuControls_[menu->menuAction()] = c;
             continue;
         }
         QMenu* menu = menus_[c->menu];
         QAction* a = c->text == "-" ? menu->addSeparator() : menu->addAction(caption);
         if (c->text != "-") {
-            a->setShortcut(QKeySequence(QString::fromStdString(c->accelerator)));
+            a->setShortcuts(menuShortcuts(form_, *c));
+            if (isApplicationWide(form_, *c)) a->setShortcutContext(Qt::ApplicationShortcut);
             // The entries of the View menu carry ticks.
             a->setCheckable(c->menu == form_.viewmnu.name);
             connect(a, &QAction::triggered, this, [this, name = c->name] { menuChosen(name); });
         }
         actions_[c->name] = a;
+        menuControls_[a] = c;
     }
+    // Entries that the windows beside the design screen bring, at the end
+    // of the menu they name.
+    for (Control* c : form_.menuEntries()) {
+        QMenu* menu = menus_[c->menu];
+        if (!menu) continue;
+        QAction* a = menu->addAction(QString::fromStdString(c->text));
+        connect(a, &QAction::triggered, this, [this, name = c->name] { menuChosen(name); });
+        actions_[c->name] = a;
+    }
+}
+
+void MainWindow::addRecentMenu()
+{
+    QMenu* file = menus_[form_.mnuFile.name];
+    recentMenu_ = new RecentMenu(
+        shell_->recent,
+        [this](const QString& path) { openDesign(QFile::encodeName(path).toStdString()); }, file);
+    // Right below Open.
+    const QList<QAction*> entries = file->actions();
+    const qsizetype open = entries.indexOf(actionOf(form_.mnuFileOpen.name));
+    file->insertMenu(entries.value(open + 1), recentMenu_);
 }
 
 // --- Events -----------------------------------------------------------------
@@ -345,6 +377,12 @@ void MainWindow::choiceClicked(const std::string& control)
 
 void MainWindow::menuChosen(const std::string& control)
 {
+    // Help Contents is F1 too, which with a menu open is about its
+    // highlighted entry.
+    if (control == form_.HelpCont.name) {
+        shell_->openHelp();
+        return;
+    }
     const Control* c = form_.find(control);
     if (c && c->name == form_.Exitmnu.name && !form_.hasHandler(c->base, FormEvent::Click)) {
         close();

@@ -20,8 +20,11 @@ class QMenu;
 
 namespace qm {
 
+class AnalysisWindow;
+
 class CatalogueShell;
 class ChartView;
+class RecentMenu;
 class FormCanvas;
 class SideWindow;
 class ShellServices;
@@ -64,6 +67,9 @@ class MainWindow : public QMainWindow, private ControlEvents
     /// Where the widgets of other windows send what the user does.
     ControlEvents& controlEvents() { return *this; }
     CatalogueShell* catalogue() const { return catalogue_.get(); }
+    AnalysisWindow* analysis() const { return analysis_; }
+    /// File > Open Recent.
+    RecentMenu* recentMenu() const { return recentMenu_; }
 
     /// Sets every widget from the model; sends nothing to the form.
     void syncFromModel();
@@ -102,10 +108,12 @@ class MainWindow : public QMainWindow, private ControlEvents
     static bool hasWindowOfItsOwn(const Control& window);
     void styleWidget(const Control& c, QWidget* w);
     void buildMenus();
+    void addRecentMenu();
     void applyTabOrder();
     void syncWidget(Binding& b);
     void syncKind(Binding& b);
     void syncMenus();
+    void syncMenuTexts(const QList<QAction*>& actions);
     void syncWindow();
     const Binding* bindingAt(QWidget* w) const;
     const Control* sideControlAt(QWidget* w) const;
@@ -127,11 +135,14 @@ class MainWindow : public QMainWindow, private ControlEvents
     std::unordered_map<const QWidget*, std::size_t> byWidget_;
     std::unordered_map<std::string, QAction*> actions_;
     std::unordered_map<std::string, QMenu*> menus_;
+    std::unordered_map<const QAction*, const Control*> menuControls_;
+    RecentMenu* recentMenu_ = nullptr;
     int depth_ = 0;
     bool syncing_ = false;
     int eventsDispatched_ = 0;
     int shownHeight_ = -1;
     std::unique_ptr<CatalogueShell> catalogue_;
+    AnalysisWindow* analysis_ = nullptr;
 };
 
 } // namespace qm

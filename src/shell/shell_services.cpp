@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QMenu>
 #include <QPainter>
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -33,11 +32,9 @@ ShellServices::ShellServices(MainWindow& window)
     form.platform.printer = &printer;
     form.platform.settings = &settings;
     form.platform.help = &help;
+    form.platform.recent = &recent;
     form.on("ExportReport", FormEvent::Click,
             [this](QuellmarkForm& f, int, const EventArgs&) { exportReport(f, reportSources()); });
-    auto* f1 = new QShortcut(QKeySequence::HelpContents, &window);
-    f1->setContext(Qt::ApplicationShortcut);
-    connect(f1, &QShortcut::activated, this, [this] { openHelp(); });
     window.installEventFilter(this);
 }
 
@@ -70,7 +67,7 @@ void ShellServices::openHelp()
                 return;
             }
     }
-    pressF1(form, form.focusedControl());
+    window_.controlEvents().userEvent(form.HelpCont.name, FormEvent::Click, {});
 }
 
 void renderFormPage(MainWindow& window, QPainter& painter, const QRectF& page)

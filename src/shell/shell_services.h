@@ -1,11 +1,12 @@
 #pragma once
 // What the window adds around the design screen: the printer, the settings
-// store, the help and F1, and the about window. The window owns one of these
+// store, the recent designs, the help and F1, and the about window. The window owns one of these
 // and hands its services to the form.
 #include "shell/design_report.h"
 #include "shell/help_window.h"
 #include "shell/qt_printer.h"
 #include "shell/qt_settings.h"
+#include "shell/recent_files.h"
 
 #include <QObject>
 
@@ -33,6 +34,7 @@ class ShellServices : public QObject
 
     QtPrinter printer;
     QtSettings settings;
+    RecentFiles recent{settings};
     QtHelpViewer help;
     /// Pages the window adds to a design report beyond the design's own: an
     /// analysis that is shown adds its pages here, and takes them out when

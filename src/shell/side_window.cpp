@@ -1,5 +1,7 @@
 #include "shell/side_window.h"
 
+#include "shell/chart_view.h"
+#include "shell/grid_view.h"
 #include "shell/twips.h"
 
 #include <QGuiApplication>
@@ -45,9 +47,17 @@ void syncKind(QWidget* w, const Control& c)
     case ControlKind::Frame:
         static_cast<FrameBox*>(w)->setTitle(text);
         break;
-    default:
-        static_cast<TextLabel*>(w)->setText(text);
+    case ControlKind::Grid:
+        static_cast<GridView*>(w)->syncFromModel();
         break;
+    default: {
+        auto* label = static_cast<TextLabel*>(w);
+        label->setText(text);
+        // A label in a colour of its own (a verdict in green or red).
+        label->setColors(c.foreColor == kBlack ? QColor() : qtColor(c.foreColor, w->palette()),
+                         QColor());
+        break;
+    }
     }
 }
 
@@ -108,6 +118,8 @@ QWidget* SideWindow::createWidget(Control& c, ControlEvents& events)
     }
     case ControlKind::Frame:
         return new FrameBox(c.name, events, parent);
+    case ControlKind::Grid:
+        return new GridView(c.name, *form_.grid(c.name), events, parent);
     default: {
         auto* label = new TextLabel(c.name, events, parent);
         label->setBorder(c.raised);

@@ -1,10 +1,13 @@
 // Setting the widgets from the model. Every setter here is silent: signals
 // are blocked, and focus changes that hiding or disabling a widget causes
 // are not taken for the user's.
+#include "shell/analysis_window.h"
 #include "shell/catalogue_shell.h"
 #include "shell/chart_view.h"
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
+#include "shell/menu_keys.h"
+#include "shell/recent_menu.h"
 #include "shell/schematic_view.h"
 #include "shell/shell_services.h"
 #include "shell/side_window.h"
@@ -12,6 +15,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSignalBlocker>
 
 namespace qm {
@@ -128,15 +132,10 @@ void MainWindow::syncWidget(Binding& b)
 void MainWindow::syncMenus()
 {
     for (Control* c : form_.all()) {
-        if (c->kind != ControlKind::Menu) continue;
-        if (c->menu.empty()) {
-            if (QMenu* m = menus_[c->name]) m->setTitle(QString::fromStdString(c->text));
-            continue;
-        }
+        if (c->kind != ControlKind::Menu || c->menu.empty()) continue;
         QAction* a = actions_[c->name];
         if (!a || a->isSeparator()) continue;
         const QSignalBlocker block(a);
-        a->setText(QString::fromStdString(c->text));
         a->setChecked(c->value == kSelected);
         a->setVisible(c->visible);
         // An entry whose operation this build doesn't have yet is shown, but
@@ -144,6 +143,26 @@ void MainWindow::syncMenus()
         const bool built = form_.hasHandler(c->base, FormEvent::Click) || c == &form_.Exitmnu;
         a->setEnabled(c->enabled && built);
     }
+    syncMenuTexts(menuBar()->actions());
+    for (const auto& [name, menu] : menus_)
+        syncMenuTexts(menu->actions());
+    if (recentMenu_) recentMenu_->syncEnabled();
+}
+
+void MainWindow::syncMenuTexts(const QList<QAction*>& actions)
+{
+    // The model's captions, and the shell's own entries as they stand, with
+    // a key letter for each.
+    QStringList captions;
+    for (const QAction* a : actions) {
+        auto it = menuControls_.find(a);
+        captions << (a->isSeparator()            ? QString()
+                     : it != menuControls_.end() ? QString::fromStdString(it->second->text)
+                                                 : a->text());
+    }
+    const QStringList shown = withMnemonics(captions);
+    for (qsizetype k = 0; k < actions.size(); ++k)
+        if (!actions[k]->isSeparator()) actions[k]->setText(shown[k]);
 }
 
 void MainWindow::syncWindow()
@@ -176,6 +195,7 @@ void MainWindow::syncFromModel()
     chart_->refresh();
     canvas_->refresh();
     if (shell_) shell_->syncFromModel();
+    if (analysis_) analysis_->designChanged();
     if (catalogue_) catalogue_->syncFromModel();
     syncing_ = wasSyncing;
 }

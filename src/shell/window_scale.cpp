@@ -1,8 +1,10 @@
 // The window's size: the design screen keeps its layout and is drawn at the
 // scale that fits the window, centred in it; the size and place of the
 // window are kept between runs.
+#include "shell/analysis_window.h"
 #include "shell/form_canvas.h"
 #include "shell/main_window.h"
+#include "shell/recent_menu.h"
 #include "shell/twips.h"
 
 #include <QApplication>
@@ -94,12 +96,16 @@ void MainWindow::readSettings()
     const QSettings settings;
     const QByteArray geometry = settings.value(QLatin1String(kGeometryKey)).toByteArray();
     if (!geometry.isEmpty()) restoreGeometry(geometry);
+    if (analysis_) analysis_->readSettings(settings);
+    // The recent designs are in the store chosen for this run.
+    if (recentMenu_) recentMenu_->refresh();
 }
 
 void MainWindow::writeSettings() const
 {
     QSettings settings;
     settings.setValue(QLatin1String(kGeometryKey), saveGeometry());
+    if (analysis_) analysis_->writeSettings(settings);
 }
 
 } // namespace qm

@@ -4,6 +4,8 @@
 // its grid, which shows the model and sends its clicks and edits to it.
 #include "shell_harness.h"
 
+#include "screen/requirements_window.h"
+#include "screen/user_actions.h"
 #include "shell/catalogue_shell.h"
 #include "shell/catalogue_window.h"
 #include "shell/grid_view.h"
@@ -91,6 +93,31 @@ class SideWindowsTest : public QObject
         expectSameDialog(w, twin);
         QTest::keyClick(dialog, Qt::Key_Escape);
         QVERIFY(!dialog->isVisible() && !w.form().find("PolePairEntry")->visible);
+    }
+
+    void theRequirementsWindowListsTheFamiliesAndJudgesTheDesign()
+    {
+        StartedWindow started;
+        MainWindow& w = started.window;
+        QAction* entry = w.actionOf(kRequirementsMenu);
+        QVERIFY(entry);
+        entry->trigger();
+        QCoreApplication::processEvents();
+        SideWindow* side = w.sideWindow(kRequirements);
+        QVERIFY(side && side->isVisible());
+        for (auto [name, text] :
+             {std::pair{"FpEntry", "1k"}, {"ApEntry", "3.1"}, {"FsEntry", "3k"}, {"AsEntry", "20"}})
+            applyAction(w.form(), {ActionKind::Type, std::string("Requirements.") + name, text});
+        w.syncFromModel();
+        auto* grid = qobject_cast<QTableWidget*>(w.widgetOf(kFamiliesGrid));
+        QVERIFY(grid);
+        QCOMPARE(grid->rowCount(), kMaskFamilies);
+        QCOMPARE(grid->item(0, 0)->text(), QStringLiteral("Butterworth"));
+        QCOMPARE(shownText(w.widgetOf("Requirements.VerdictResult")),
+                 QStringLiteral("The design meets the requirement."));
+        // The pictures stay in the build tree for a look.
+        side->grab().save(QStringLiteral("requirements-window.png"));
+        w.grab().save(QStringLiteral("requirements-chart.png"));
     }
 
     void theCatalogueWindowsOpenAndSendTheirEventsByName()

@@ -7,6 +7,7 @@
 #include "screen/recording_platform.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -62,7 +63,8 @@ class TempFolder
         std::string name = std::string("qm_") + info->test_suite_name() + "_" + info->name();
         for (char& c : name)
             if (c == '/') c = '_';
-        path_ = std::filesystem::temp_directory_path() / name;
+        // Per process too: two builds may run the same test at once.
+        path_ = std::filesystem::temp_directory_path() / (name + "_" + std::to_string(::getpid()));
         std::filesystem::remove_all(path_);
         std::filesystem::create_directories(path_);
     }
