@@ -1,6 +1,7 @@
 #include "shell/analysis_chart.h"
 
 #include <QAreaSeries>
+#include <QGraphicsScene>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLegend>
@@ -154,6 +155,15 @@ QString AnalysisChart::readOut(double x) const
         text += QStringLiteral("   %1: %2").arg(c.name).arg(c.y[best], 0, 'g', 5);
     }
     return text;
+}
+
+void AnalysisChart::render(QPainter& p, const QRectF& box) const
+{
+    // The scene is laid out at the view's size; drawn into the box it
+    // keeps its proportions.
+    QChart* chart = view_->chart();
+    QGraphicsScene* scene = chart->scene();
+    if (scene) scene->render(&p, box, chart->geometry(), Qt::KeepAspectRatio);
 }
 
 void AnalysisChart::mouseAt(QPointF value)

@@ -37,6 +37,9 @@ class AnalysisChart : public QWidget
     void show(const std::vector<ChartCurve>& curves, const std::vector<ChartBand>& bands = {});
     /// The read-out under the mouse at x, as the label shows it.
     QString readOut(double x) const;
+    /// Paints the chart as it stands into `box`, as lines and text: for
+    /// the report.
+    void render(QPainter& p, const QRectF& box) const;
 
   private:
     class View;
