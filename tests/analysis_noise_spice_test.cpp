@@ -32,6 +32,11 @@ struct DesignCase
     std::string options;
 };
 
+void PrintTo(const DesignCase& c, std::ostream* os)
+{
+    *os << c.name;
+}
+
 // Each circuit low- and high-pass, with gains, odd orders and real stages.
 const std::vector<DesignCase> kDesigns = {
     {"mfb_low_odd", "--family chebychev --ripple 0.5 --poles 5 --cutoff 2k --resistors Exact"},
@@ -269,6 +274,11 @@ struct ConditionCase
     double temperatureC;
     double gbwOverRequired; ///< 0: ideal amplifiers
 };
+
+void PrintTo(const ConditionCase& c, std::ostream* os)
+{
+    *os << c.name;
+}
 
 // The temperature as ngspice's .temp sets it; a finite gain-bandwidth,
 // whose falling loop gain lets the amplifiers' noise rise at the top of the

@@ -75,6 +75,11 @@ struct HandCase
     double lowHz, highHz;
 };
 
+void PrintTo(const HandCase& c, std::ostream* os)
+{
+    *os << c.name;
+}
+
 // The band about the pole, below it and above it; cold and hot.
 const std::vector<HandCase> kHandCases = {
     {"low_pass_about_the_pole", false, 27, 10, 100e3},
@@ -154,6 +159,11 @@ struct DesignCase
     std::string options;
     qm::AnalysisSettings settings;
 };
+
+void PrintTo(const DesignCase& c, std::ostream* os)
+{
+    *os << c.name;
+}
 
 qm::AnalysisSettings withNoise(double en, double in, std::optional<double> gbw = {},
                                double temperatureC = 27)
@@ -298,6 +308,11 @@ struct FigureCase
     double en, in;
     qm::FigureOrigin enOrigin, inOrigin;
 };
+
+void PrintTo(const FigureCase& c, std::ostream* os)
+{
+    *os << c.name;
+}
 
 qm::NoiseSettings typed(std::optional<double> en, std::optional<double> in)
 {
