@@ -363,6 +363,14 @@ TEST_P(AmplifierFigures, TypedFirstThenTheChosenDevice)
 INSTANTIATE_TEST_SUITE_P(Cases, AmplifierFigures, ::testing::ValuesIn(kFigures),
                          qm::test::CaseName());
 
+TEST(AmplifierFigures, SayWhereTheyCameFrom)
+{
+    EXPECT_EQ(qm::originText(O::None), "none");
+    EXPECT_EQ(qm::originText(O::Entered), "entered");
+    EXPECT_EQ(qm::originText(O::Catalogue), "catalogue Vn");
+    EXPECT_EQ(qm::originText(O::ShotNoiseOfIb), "shot noise of catalogue Ib");
+}
+
 TEST(AmplifierFigures, GainBandwidthTypedElseTheDevicesElseIdeal)
 {
     qm::FilterCircuit c;
@@ -394,15 +402,22 @@ TEST(NoiseGrid, LogFrequenciesAndTheTrapezoid)
     for (double x : f)
         line.push_back(3 * x + 2);
     EXPECT_NEAR_REL(qm::trapezoid(f, line), 1.5 * (1e8 - 100) + 2 * (1e4 - 10), 1e-12);
+    line.pop_back();
+    EXPECT_THROW(qm::trapezoid(f, line), std::invalid_argument);
 }
 
 TEST(NoiseAnalysis, RefusesABandThatIsNone)
 {
     const qm::FilterCircuit c = realStage(false);
     for (const auto& [low, high] : {std::pair(0.0, 10.0), std::pair(10.0, 10.0),
-                                    std::pair(100.0, 10.0), std::pair(-1.0, 10.0)})
-        EXPECT_THROW(qm::noiseAnalysis(c, {{}, {100}, low, high}), std::invalid_argument)
-            << low << " to " << high;
+                                    std::pair(100.0, 10.0), std::pair(-1.0, 10.0)}) {
+        try {
+            qm::noiseAnalysis(c, {{}, {100}, low, high});
+            ADD_FAILURE() << low << " to " << high << " was taken";
+        } catch (const std::invalid_argument& e) {
+            EXPECT_STREQ(e.what(), "the noise band must be 0 < f1 < f2");
+        }
+    }
 }
 
 TEST(NoiseAnalysis, NoStagesNoNoise)

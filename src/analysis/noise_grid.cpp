@@ -35,8 +35,10 @@ std::vector<double> integrationFrequencies(double lowHz, double highHz)
 
 double trapezoid(const std::vector<double>& freqsHz, const std::vector<double>& y)
 {
+    if (y.size() != freqsHz.size())
+        throw std::invalid_argument("an integral needs one value at each frequency");
     double sum = 0;
-    for (std::size_t i = 1; i < freqsHz.size() && i < y.size(); ++i)
+    for (std::size_t i = 1; i < freqsHz.size(); ++i)
         sum += 0.5 * (y[i] + y[i - 1]) * (freqsHz[i] - freqsHz[i - 1]);
     return sum;
 }
