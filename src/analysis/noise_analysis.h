@@ -2,7 +2,7 @@
 // The output noise of a filter circuit, part by part: each source's density
 // at the output over a set of frequencies, its RMS over a band and its share
 // of the whole; the total, and the total referred to the input.
-#include "analysis/noise_spectra.h"
+#include "analysis/noise_output.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "analysis/noise_spectra.h"
+#include "analysis/noise_output.h"
 
 #include <complex>
 #include <numbers>
