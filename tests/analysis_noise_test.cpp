@@ -420,6 +420,19 @@ TEST(NoiseAnalysis, RefusesABandThatIsNone)
     }
 }
 
+TEST(NoiseAnalysis, RefusesATemperatureBelowAbsoluteZero)
+{
+    try {
+        qm::noiseAnalysis(realStage(false), {{{}, {}, -273.15}, {100}, 10, 1000});
+        ADD_FAILURE() << "absolute zero was taken";
+    } catch (const std::invalid_argument& e) {
+        EXPECT_STREQ(e.what(), "the temperature must be above absolute zero");
+    }
+    const qm::NoiseResult r =
+        qm::noiseAnalysis(realStage(false), {{{}, {}, -273.14}, {100}, 10, 1000});
+    EXPECT_GT(r.integratedRmsV, 0) << "a hundredth of a kelvin still has noise";
+}
+
 TEST(NoiseAnalysis, NoStagesNoNoise)
 {
     const qm::NoiseResult r = qm::noiseAnalysis({}, {{}, {10, 100}, 10, 100});
