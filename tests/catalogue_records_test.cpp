@@ -4,6 +4,7 @@
 #include "catalogue/amplifier_csv.h"
 #include "catalogue/csv_text.h"
 #include "catalogue/edit_checks.h"
+#include "catalogue/noise_figures.h"
 #include "catalogue/record_sort.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +102,41 @@ TEST(EngineeringText, ReadsScaleAndUnit)
         const auto v = qm::engineeringValue(text);
         EXPECT_EQ(v.has_value(), value.has_value()) << text;
         EXPECT_DOUBLE_EQ(v.value_or(0), value.value_or(0)) << text;
+    }
+}
+
+TEST(NoiseFigures, PlainNumbersInDataSheetUnitsOthersAsTheySay)
+{
+    using Figure = std::optional<double>;
+    const std::tuple<const char*, Figure, Figure> cases[] = {
+        // text, as Vn (V/√Hz), as Ib (A)
+        {"4.5", 4.5e-9, 4.5e-6},
+        {" +2 ", 2e-9, 2e-6},
+        {"1e1", 10e-9, 10e-6},
+        {"4.5 nV/rtHz", 4.5e-9, {}},
+        {"3.2nV/\xE2\x88\x9AHz", 3.2e-9, {}},
+        {"250 nA", {}, 250e-9},
+        {"250n", 250e-9, 250e-9},
+        {"1.5 \xC2\xB5"
+         "A",
+         {},
+         1.5e-6},
+        {"2 mA", {}, 2e-3},
+        {"3 V", 3, {}},
+        {"-0.8", {}, 0.8e-6},
+        {"-3 pA", {}, 3e-12},
+        {"0", {}, {}},
+        {"", {}, {}},
+        {"low", {}, {}},
+        {"4.5 typ", {}, {}},
+        {"4.5 kV", {}, {}},
+    };
+    for (const auto& [text, vn, ib] : cases) {
+        const Figure v = qm::voltageNoiseOf(text), i = qm::biasCurrentOf(text);
+        EXPECT_EQ(v.has_value(), vn.has_value()) << text;
+        EXPECT_EQ(i.has_value(), ib.has_value()) << text;
+        EXPECT_NEAR(v.value_or(0) / vn.value_or(1), vn ? 1 : 0, 1e-12) << text;
+        EXPECT_NEAR(i.value_or(0) / ib.value_or(1), ib ? 1 : 0, 1e-12) << text;
     }
 }
 

@@ -69,6 +69,12 @@ TEST_P(CircuitModel, NodalSolverGivesEachStagesTransferFunction)
             EXPECT_LE(std::abs(solved - expected), 1e-9 * std::abs(expected))
                 << "stage " << s.name << " at " << f << " Hz: " << solved << " against "
                 << expected;
+            if (!s.differential()) continue;
+            // A fully differential amplifier holds its outputs' mean at the
+            // ground: the next stage sees a purely differential input.
+            const auto v = qm::stageNodeVoltages(s, jw, {});
+            const auto at = [&](int node) { return v.at(static_cast<std::size_t>(node)); };
+            EXPECT_LE(std::abs(at(s.out[0]) + at(s.out[1])), 1e-12 * std::abs(solved));
         }
     }
 }

@@ -38,6 +38,8 @@ constexpr std::size_t Function = 3;
 constexpr std::size_t RRInput = 4;
 constexpr std::size_t RROutput = 5;
 constexpr std::size_t BW = 9;
+constexpr std::size_t Vn = 15;
+constexpr std::size_t Ib = 20;
 constexpr std::size_t Area = 33;
 } // namespace field
 

@@ -4,6 +4,7 @@
 #include "catalogue/catalogue_layout.h"
 #include "catalogue/design_marks.h"
 #include "catalogue/edit_checks.h"
+#include "catalogue/noise_figures.h"
 #include "design/cycle.h"
 #include "numbers/number_text.h"
 #include "screen/quellmark_form.h"
@@ -122,6 +123,8 @@ void CatalogueWindows::takeAmplifier(const AmplifierRecord& record)
     a.supplier = record[field::Supplier];
     a.description = record[field::Description];
     a.bandwidthHz = engineeringValue(record[field::BW]);
+    a.noiseDensity = voltageNoiseOf(record[field::Vn]);
+    a.biasCurrentA = biasCurrentOf(record[field::Ib]);
     partListControl(form_, "OpAmpSelection").text = a.deviceName;
 }
 

@@ -18,6 +18,10 @@ struct AmplifierChoice
     std::string description;
     /// The catalogue's bandwidth figure, when it has a readable one.
     std::optional<double> bandwidthHz;
+    /// Its voltage noise density in V/√Hz and input bias current in
+    /// amperes, when the catalogue gives readable ones.
+    std::optional<double> noiseDensity;
+    std::optional<double> biasCurrentA;
 };
 
 /// One part on the schematic of a section.

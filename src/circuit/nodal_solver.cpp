@@ -2,7 +2,6 @@
 
 #include <Eigen/Dense>
 #include <numbers>
-#include <stdexcept>
 
 namespace qm {
 
@@ -10,14 +9,13 @@ namespace {
 
 using Complex = std::complex<double>;
 
-/// The system: one row per node (the ground left out) and one per source,
+/// The matrix: one row per node (the ground left out) and one per source,
 /// the unknowns in the same order: node voltages, then source currents.
-class NodalSystem
+class NodalMatrix
 {
   public:
-    NodalSystem(int nodes, int sources)
-        : nodes_(nodes - 1), a_(Eigen::MatrixXcd::Zero(nodes_ + sources, nodes_ + sources)),
-          b_(Eigen::VectorXcd::Zero(nodes_ + sources))
+    NodalMatrix(int nodes, int sources)
+        : nodes_(nodes - 1), a_(Eigen::MatrixXcd::Zero(nodes_ + sources, nodes_ + sources))
     {
     }
 
@@ -42,25 +40,16 @@ class NodalSystem
     {
         if (p > 0) a_(nodes_ + k, p - 1) += c;
     }
-    void sourceValue(int k, Complex v) { b_(nodes_ + k) = v; }
 
-    std::vector<Complex> solve() const
-    {
-        const Eigen::VectorXcd x = a_.partialPivLu().solve(b_);
-        std::vector<Complex> v(static_cast<std::size_t>(nodes_) + 1);
-        for (int i = 0; i < nodes_; ++i)
-            v[static_cast<std::size_t>(i) + 1] = x(i);
-        return v;
-    }
+    const Eigen::MatrixXcd& matrix() const { return a_; }
 
   private:
     int nodes_;
     Eigen::MatrixXcd a_;
-    Eigen::VectorXcd b_;
 };
 
 /// Ideal amplifier: its inputs at one voltage. Else out = A·(plus − minus).
-void amplifierRow(NodalSystem& n, int k, const StageAmplifier& a, const AmplifierModel& m,
+void amplifierRow(NodalMatrix& n, int k, const StageAmplifier& a, const AmplifierModel& m,
                   Complex s)
 {
     if (m.ideal) {
@@ -75,7 +64,26 @@ void amplifierRow(NodalSystem& n, int k, const StageAmplifier& a, const Amplifie
     n.sourceTerm(k, a.minus, gain);
 }
 
+/// A volt in series with the non-inverting input enters the amplifier's
+/// row as this much on its right side: the ideal row reads
+/// V(plus) + e − V(minus) = 0, the single-pole one
+/// V(out) − V(outMinus) − A·(V(plus) + e − V(minus)) = 0.
+Complex plusSeriesWeight(const AmplifierModel& m, Complex s)
+{
+    return m.ideal ? Complex(-1) : m.gainAt(s);
+}
+
 } // namespace
+
+struct StageNetwork::Equations
+{
+    int nodes = 0; ///< without the ground
+    int inputs = 1;
+    bool differential = false;
+    std::array<int, 2> in{}, out{};
+    Complex plusSeriesWeight;
+    Eigen::PartialPivLU<Eigen::MatrixXcd> lu;
+};
 
 Complex AmplifierModel::gainAt(Complex s) const
 {
@@ -83,41 +91,80 @@ Complex AmplifierModel::gainAt(Complex s) const
     return dcGain / (1.0 + s * dcGain / (2 * std::numbers::pi * gbwHz));
 }
 
-std::vector<Complex> stageNodeVoltages(const StageCircuit& stage, Complex s,
-                                       const AmplifierModel& amplifier)
+StageNetwork::StageNetwork(const StageCircuit& stage, Complex s, const AmplifierModel& amplifier)
+    : equations_(std::make_unique<Equations>())
 {
-    const bool differential = stage.differential();
+    Equations& q = *equations_;
+    q.differential = stage.differential();
+    q.in = stage.in;
+    q.out = stage.out;
+    q.nodes = static_cast<int>(stage.nodeNames.size()) - 1;
     // Sources: the input (two for a differential input), then the
     // amplifier's output (two for a differential one).
-    const int inputs = differential ? 2 : 1;
-    const int sources = 2 * inputs;
-    NodalSystem n(static_cast<int>(stage.nodeNames.size()), sources);
+    q.inputs = q.differential ? 2 : 1;
+    NodalMatrix n(static_cast<int>(stage.nodeNames.size()), 2 * q.inputs);
     for (const CircuitPart& p : stage.parts)
         n.admittance(p.from, p.to, p.kind == PartKind::Resistor ? 1.0 / p.value : s * p.value);
-    for (int k = 0; k < inputs; ++k) {
+    for (int k = 0; k < q.inputs; ++k) {
         const int node = stage.in[static_cast<std::size_t>(k)];
         n.sourceCurrentInto(k, node);
         n.sourceTerm(k, node, 1);
-        n.sourceValue(k, differential ? (k == 0 ? 0.5 : -0.5) : 1.0);
     }
     const StageAmplifier& a = stage.amplifier;
-    n.sourceCurrentInto(inputs, a.out);
-    amplifierRow(n, inputs, a, amplifier, s);
-    if (differential) {
+    n.sourceCurrentInto(q.inputs, a.out);
+    amplifierRow(n, q.inputs, a, amplifier, s);
+    if (q.differential) {
         // The second output row holds the outputs' mean at the ground.
-        n.sourceCurrentInto(inputs + 1, a.outMinus);
-        n.sourceTerm(inputs + 1, a.out, 1);
-        n.sourceTerm(inputs + 1, a.outMinus, 1);
+        n.sourceCurrentInto(q.inputs + 1, a.outMinus);
+        n.sourceTerm(q.inputs + 1, a.out, 1);
+        n.sourceTerm(q.inputs + 1, a.outMinus, 1);
     }
-    return n.solve();
+    q.plusSeriesWeight = plusSeriesWeight(amplifier, s);
+    q.lu.compute(n.matrix());
+}
+
+StageNetwork::~StageNetwork() = default;
+StageNetwork::StageNetwork(StageNetwork&&) noexcept = default;
+StageNetwork& StageNetwork::operator=(StageNetwork&&) noexcept = default;
+
+std::vector<Complex> StageNetwork::nodeVoltages(const StageExcitation& e) const
+{
+    const Equations& q = *equations_;
+    Eigen::VectorXcd b = Eigen::VectorXcd::Zero(q.lu.rows());
+    for (int k = 0; k < q.inputs; ++k)
+        b(q.nodes + k) = q.differential ? (k == 0 ? 0.5 : -0.5) * e.inputVolts : e.inputVolts;
+    // A node row balances the currents leaving through the parts against
+    // those the sources bring in.
+    for (const CurrentInjection& c : e.currents) {
+        if (c.to > 0) b(c.to - 1) += c.amps;
+        if (c.from > 0) b(c.from - 1) -= c.amps;
+    }
+    b(q.nodes + q.inputs) = q.plusSeriesWeight * e.plusSeriesVolts;
+    const Eigen::VectorXcd x = q.lu.solve(b);
+    std::vector<Complex> v(static_cast<std::size_t>(q.nodes) + 1);
+    for (int i = 0; i < q.nodes; ++i)
+        v[static_cast<std::size_t>(i) + 1] = x(i);
+    return v;
+}
+
+Complex StageNetwork::output(const StageExcitation& e) const
+{
+    const Equations& q = *equations_;
+    const std::vector<Complex> v = nodeVoltages(e);
+    const auto at = [&](int node) { return v.at(static_cast<std::size_t>(node)); };
+    if (!q.differential) return at(q.out[0]);
+    return at(q.out[0]) - at(q.out[1]);
+}
+
+std::vector<Complex> stageNodeVoltages(const StageCircuit& stage, Complex s,
+                                       const AmplifierModel& amplifier)
+{
+    return StageNetwork(stage, s, amplifier).nodeVoltages({});
 }
 
 Complex stageResponse(const StageCircuit& stage, Complex s, const AmplifierModel& amplifier)
 {
-    const std::vector<Complex> v = stageNodeVoltages(stage, s, amplifier);
-    const auto at = [&](int node) { return v.at(static_cast<std::size_t>(node)); };
-    if (!stage.differential()) return at(stage.out[0]);
-    return at(stage.out[0]) - at(stage.out[1]);
+    return StageNetwork(stage, s, amplifier).output({});
 }
 
 Complex filterResponse(const FilterCircuit& circuit, double fHz, const AmplifierModel& amplifier)

@@ -4,6 +4,8 @@
 #include "circuit/circuit_model.h"
 
 #include <complex>
+#include <memory>
+#include <vector>
 
 namespace qm {
 
@@ -17,6 +19,50 @@ struct AmplifierModel
     static AmplifierModel singlePole(double gbwHz) { return {false, gbwHz, 1e5}; }
     /// A(s); not for the ideal model.
     std::complex<double> gainAt(std::complex<double> s) const;
+};
+
+/// A current source between two nodes of a stage: `amps` leave node `from`
+/// and enter node `to` through it.
+struct CurrentInjection
+{
+    int from = kGround;
+    int to = kGround;
+    std::complex<double> amps = 1;
+};
+
+/// What drives a stage: the source at its input (split ±½ on the two sides
+/// of a differential input), currents between its nodes, and a voltage in
+/// series with its amplifier's non-inverting input. The default is the
+/// stage driven by 1 V alone.
+struct StageExcitation
+{
+    std::complex<double> inputVolts = 1;
+    std::vector<CurrentInjection> currents;
+    std::complex<double> plusSeriesVolts = 0;
+};
+
+/// The equations of one stage at one complex frequency, factorised once and
+/// then solved for as many excitations as asked: the noise analysis drives
+/// every stage with one source at a time.
+class StageNetwork
+{
+  public:
+    StageNetwork(const StageCircuit& stage, std::complex<double> s,
+                 const AmplifierModel& amplifier);
+    ~StageNetwork();
+    StageNetwork(StageNetwork&&) noexcept;
+    StageNetwork& operator=(StageNetwork&&) noexcept;
+    StageNetwork(const StageNetwork&) = delete;
+    StageNetwork& operator=(const StageNetwork&) = delete;
+
+    /// Node voltages, index = node number, [0] the ground.
+    std::vector<std::complex<double>> nodeVoltages(const StageExcitation& e) const;
+    /// The output voltage, between its two sides for a differential stage.
+    std::complex<double> output(const StageExcitation& e) const;
+
+  private:
+    struct Equations;
+    std::unique_ptr<Equations> equations_;
 };
 
 /// The stage's voltage gain at s (rad/s): the output over the input, each

@@ -1,10 +1,11 @@
 #include "cli/analysis_request.h"
+#include "cli/noise_json.h"
 
 namespace qm {
 
-std::string analysisJsonMembers(const QuellmarkForm& /*form*/, const AnalysisRequest& /*r*/)
+std::string analysisJsonMembers(const QuellmarkForm& form, const AnalysisRequest& r)
 {
-    return {};
+    return noiseJsonMember(form, r);
 }
 
 } // namespace qm
