@@ -16,9 +16,8 @@ namespace {
 /// The named (upper) side's part called `role`, for either constness.
 template <class Parts> auto findRole(Parts& parts, const std::string& role)
 {
-    auto it = std::find_if(parts.begin(), parts.end(), [&](const CircuitPart& p) {
-        return p.role == role && !p.lowerHalf;
-    });
+    auto it = std::find_if(parts.begin(), parts.end(),
+                           [&](const CircuitPart& p) { return p.role == role && !p.lowerHalf; });
     return it == parts.end() ? nullptr : &*it;
 }
 
