@@ -126,7 +126,8 @@ std::optional<Bracket> bracketOf(const CascadeGain& gain, double level, bool hig
     return Bracket{std::log(x2[i]), std::log(x2[i - 1])};
 }
 
-/// The level's crossing in ln x2 by the Illinois variant of false position.
+/// The level's crossing in ln x2 by the Illinois variant of false position:
+/// done when a step moves less than the tolerance, or lands on the level.
 double solve(const CascadeGain& gain, double level, Bracket b)
 {
     constexpr double kTolerance = 2e-10; // in ln x2: 1e-10 of the frequency
@@ -134,12 +135,16 @@ double solve(const CascadeGain& gain, double level, Bracket b)
     const auto g = [&](double u) { return std::log(gain.power(std::exp(u)) / level); };
     double a = b.pass, c = b.stop;
     double ga = g(a), gc = g(c);
+    if (ga == 0) return a;
+    double last = a;
     int side = 0;
     for (int i = 0; i < kMostSteps && std::fabs(c - a) > kTolerance; ++i) {
         const double u = (a * gc - c * ga) / (gc - ga);
         const double gu = g(u);
         if (!std::isfinite(gu)) return kNaN;
-        if ((gu >= 0) == (ga >= 0)) {
+        if (gu == 0 || std::fabs(u - last) < kTolerance) return u;
+        last = u;
+        if ((gu > 0) == (ga > 0)) {
             a = u;
             ga = gu;
             if (side == -1) gc /= 2;
