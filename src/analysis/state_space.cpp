@@ -86,7 +86,8 @@ void amplifierRow(Pencil& m, Index row, const StageAmplifier& a, const Amplifier
     atNode(m.g, row, a.minus, 1);
 }
 
-Pencil pencilOf(const StageCircuit& stage, const AmplifierModel& amplifier, double omegaRef)
+Pencil pencilOf(const StageCircuit& stage, const AmplifierModel& amplifier, double omegaRef,
+                double sourceResistance)
 {
     const bool differential = stage.differential();
     const int inputs = differential ? 2 : 1;
@@ -105,6 +106,7 @@ Pencil pencilOf(const StageCircuit& stage, const AmplifierModel& amplifier, doub
         const int node = stage.in[static_cast<std::size_t>(k)];
         sourceInto(m.g, node, nodes + k);
         atNode(m.g, nodes + k, node, 1);
+        m.g(nodes + k, nodes + k) = sourceResistance;
         m.b(nodes + k) = differential ? (k == 0 ? 0.5 : -0.5) : 1.0;
     }
     const StageAmplifier& a = stage.amplifier;
@@ -174,7 +176,28 @@ std::vector<std::complex<double>> StateSpace::poles() const
 StateSpace stageStateSpace(const StageCircuit& stage, const AmplifierModel& amplifier,
                            double referenceHz)
 {
-    return reduced(pencilOf(stage, amplifier, angular(referenceHz)));
+    // The input sources carry a series resistance of 1e-9 of the stage's
+    // resistors: a capacitor at the input, as a high-pass stage has, would
+    // otherwise tie its voltage to the source's, leaving no state to it.
+    constexpr double kSourceResistance = 1e-9;
+    return reduced(pencilOf(stage, amplifier, angular(referenceHz), kSourceResistance));
+}
+
+std::vector<std::complex<double>> stagePoles(const StageCircuit& stage,
+                                             const AmplifierModel& amplifier, double referenceHz)
+{
+    // The finite generalised eigenvalues of det(G + p·C) = 0; those of the
+    // nodes that no capacitor holds come out infinite, β next to nothing.
+    const Pencil m = pencilOf(stage, amplifier, angular(referenceHz), 0);
+    const Eigen::GeneralizedEigenSolver<MatrixXd> qz(m.g, -m.c, false);
+    constexpr double kInfinite = 1e-12;
+    std::vector<std::complex<double>> poles;
+    for (Index i = 0; i < qz.alphas().size(); ++i) {
+        const std::complex<double> alpha = qz.alphas()(i);
+        const double beta = qz.betas()(i);
+        if (std::fabs(beta) > kInfinite * std::abs(alpha)) poles.push_back(alpha / beta);
+    }
+    return poles;
 }
 
 StateSpace transferStateSpace(const StageTransfer& t, double referenceHz)

@@ -41,6 +41,10 @@ class StateSpaceError : public std::runtime_error
 StateSpace stageStateSpace(const StageCircuit& stage, const AmplifierModel& amplifier,
                            double referenceHz);
 
+/// The stage's poles, normalised, from its nodal equations as they stand.
+std::vector<std::complex<double>> stagePoles(const StageCircuit& stage,
+                                             const AmplifierModel& amplifier, double referenceHz);
+
 /// The stage's closed form as a state-space of its own order.
 StateSpace transferStateSpace(const StageTransfer& t, double referenceHz);
 

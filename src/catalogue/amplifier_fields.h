@@ -37,7 +37,9 @@ constexpr std::size_t Description = 2;
 constexpr std::size_t Function = 3;
 constexpr std::size_t RRInput = 4;
 constexpr std::size_t RROutput = 5;
+constexpr std::size_t MaxVcc = 7;
 constexpr std::size_t BW = 9;
+constexpr std::size_t SlewRate = 10;
 constexpr std::size_t Area = 33;
 } // namespace field
 

@@ -122,6 +122,8 @@ void CatalogueWindows::takeAmplifier(const AmplifierRecord& record)
     a.supplier = record[field::Supplier];
     a.description = record[field::Description];
     a.bandwidthHz = engineeringValue(record[field::BW]);
+    a.slewRateVPerUs = engineeringValue(record[field::SlewRate]);
+    a.supplyMaxV = engineeringValue(record[field::MaxVcc]);
     partListControl(form_, "OpAmpSelection").text = a.deviceName;
 }
 

@@ -18,6 +18,9 @@ struct AmplifierChoice
     std::string description;
     /// The catalogue's bandwidth figure, when it has a readable one.
     std::optional<double> bandwidthHz;
+    /// Its slew rate in V/µs and largest supply in volts, when readable.
+    std::optional<double> slewRateVPerUs;
+    std::optional<double> supplyMaxV;
 };
 
 /// One part on the schematic of a section.
