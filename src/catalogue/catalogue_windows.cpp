@@ -125,6 +125,8 @@ void CatalogueWindows::takeAmplifier(const AmplifierRecord& record)
     a.bandwidthHz = engineeringValue(record[field::BW]);
     a.noiseDensity = voltageNoiseOf(record[field::Vn]);
     a.biasCurrentA = biasCurrentOf(record[field::Ib]);
+    a.slewRateVPerUs = engineeringValue(record[field::SlewRate]);
+    a.supplyMaxV = engineeringValue(record[field::MaxVcc]);
     partListControl(form_, "OpAmpSelection").text = a.deviceName;
 }
 

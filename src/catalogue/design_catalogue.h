@@ -22,6 +22,9 @@ struct AmplifierChoice
     /// amperes, when the catalogue gives readable ones.
     std::optional<double> noiseDensity;
     std::optional<double> biasCurrentA;
+    /// Its slew rate in V/µs and largest supply in volts, when readable.
+    std::optional<double> slewRateVPerUs;
+    std::optional<double> supplyMaxV;
 };
 
 /// One part on the schematic of a section.

@@ -288,6 +288,8 @@ FilterCircuit filterCircuitOf(const QuellmarkForm& f)
     c.capacitorSeries = listChoice(f.CapacitorList);
     c.amplifierName = f.catalogue.amplifier.deviceName;
     c.amplifierBandwidthHz = f.catalogue.amplifier.bandwidthHz;
+    c.amplifierSlewRateVPerUs = f.catalogue.amplifier.slewRateVPerUs;
+    if (const auto& supply = f.catalogue.amplifier.supplyMaxV) c.amplifierSwingV = *supply / 2;
     for (const SectionResult& r : f.sectionResults) {
         if (!r.inUse) continue;
         StageCircuit s;

@@ -81,6 +81,10 @@ struct FilterCircuit
     /// The chosen catalogue amplifier, empty for none, and its bandwidth.
     std::string amplifierName;
     std::optional<double> amplifierBandwidthHz;
+    /// The chosen device's slew rate in V/µs, and the peak output swing of
+    /// its rails: half its largest supply, split evenly about the ground.
+    std::optional<double> amplifierSlewRateVPerUs;
+    std::optional<double> amplifierSwingV;
     /// The largest required gain-bandwidth product of the stages, Hz.
     double largestRequiredGBP() const;
 };

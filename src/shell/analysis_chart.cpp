@@ -123,9 +123,11 @@ void AnalysisChart::rebuildAxes()
         x = axis;
     }
     x->setTitleText(xTitle_);
+    if (span_ > 0) yLow = std::max(yLow, yHigh - span_);
     auto* y = new QValueAxis;
     const double pad = std::max(1e-12, (yHigh - yLow) * 0.05);
     y->setRange(yLow - pad, yHigh + pad);
+    y->applyNiceNumbers();
     y->setTitleText(yTitle_);
     y->setLabelFormat("%.4g");
     chart->addAxis(x, Qt::AlignBottom);

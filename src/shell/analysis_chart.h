@@ -33,6 +33,9 @@ class AnalysisChart : public QWidget
   public:
     AnalysisChart(const QString& xTitle, const QString& yTitle, bool logX, QWidget* parent);
 
+    /// Shows at most `span` below the highest value: a gain chart stops
+    /// where the stopband stops mattering.
+    void setSpan(double span) { span_ = span; }
     /// Replaces what the chart shows.
     void show(const std::vector<ChartCurve>& curves, const std::vector<ChartBand>& bands = {});
     /// The read-out under the mouse at x, as the label shows it.
@@ -51,6 +54,7 @@ class AnalysisChart : public QWidget
     QPushButton* reset_;
     QString xTitle_, yTitle_;
     bool logX_;
+    double span_ = 0;
     std::vector<ChartCurve> curves_;
 };
 

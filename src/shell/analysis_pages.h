@@ -3,6 +3,7 @@
 // realised filter in charts and a table. Quick analyses run as the pages
 // update; the tolerance trials are a job for the window's worker thread.
 #include "analysis/analysis_settings.h"
+#include "shell/report_blocks.h"
 
 #include <QString>
 
@@ -37,6 +38,10 @@ class AnalysisPages
     using TrialJob =
         std::function<std::function<void()>(const Progress&, const std::atomic<bool>&)>;
     TrialJob trialJob(const QuellmarkForm& form, const AnalysisSettings& settings);
+
+    /// The pages as a design report prints them: each page's note, charts
+    /// and table.
+    void addReportBlocks(const ReportStyle& style, ReportBlocks& blocks) const;
 
   private:
     struct Pages;

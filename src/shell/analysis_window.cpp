@@ -292,6 +292,11 @@ QStringList AnalysisWindow::pageNames() const
     return names;
 }
 
+void AnalysisWindow::addReportBlocks(const ReportStyle& style, ReportBlocks& blocks) const
+{
+    pages_->addReportBlocks(style, blocks);
+}
+
 QWidget* AnalysisWindow::page(int index) const
 {
     return tabs_->widget(index);

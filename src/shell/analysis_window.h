@@ -5,6 +5,7 @@
 // thread with a progress bar and Cancel, and start again when the design
 // changes during a run.
 #include "analysis/analysis_settings.h"
+#include "shell/report_blocks.h"
 
 #include <QDialog>
 
@@ -46,6 +47,8 @@ class AnalysisWindow : public QDialog
     QStringList pageNames() const;
     /// Draws the page of the given tab into an image, for the report.
     QWidget* page(int index) const;
+    /// The pages as a design report prints them.
+    void addReportBlocks(const ReportStyle& style, ReportBlocks& blocks) const;
 
     void readSettings(const QSettings& s);
     void writeSettings(QSettings& s) const;

@@ -38,6 +38,10 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), form_(platform_.s
     buildWidgets();
     shell_ = new ShellServices(*this);
     analysis_ = new AnalysisWindow(form_, this);
+    // A report made while the analyses are shown carries their pages.
+    shell_->reportAdditions.push_back([this](const ReportStyle& style, ReportBlocks& blocks) {
+        if (analysis_->isVisible()) analysis_->addReportBlocks(style, blocks);
+    });
     form_.on("AnalysisWindowMnu", FormEvent::Click,
              [this](QuellmarkForm&, int, const EventArgs&) { analysis_->open(); });
     buildMenus();
