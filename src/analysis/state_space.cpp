@@ -106,7 +106,8 @@ Pencil pencilOf(const StageCircuit& stage, const AmplifierModel& amplifier, doub
         const int node = stage.in[static_cast<std::size_t>(k)];
         sourceInto(m.g, node, nodes + k);
         atNode(m.g, nodes + k, node, 1);
-        m.g(nodes + k, nodes + k) = sourceResistance;
+        // The source's current runs from the node into it: v = u + Rs·i.
+        m.g(nodes + k, nodes + k) = -sourceResistance;
         m.b(nodes + k) = differential ? (k == 0 ? 0.5 : -0.5) : 1.0;
     }
     const StageAmplifier& a = stage.amplifier;
