@@ -25,6 +25,7 @@ template <class Figure, class Writer>
 std::string sectionsJson(const std::vector<SectionFigures<Figure>>& sections, Writer write)
 {
     std::vector<std::string> items;
+    items.reserve(sections.size());
     for (const SectionFigures<Figure>& s : sections)
         items.push_back(JsonMembers()
                             .text("name", s.name)
