@@ -61,8 +61,7 @@ double RunningSpread::max() const
     return count_ ? max_ : kNaN;
 }
 
-RankKeeper::RankKeeper(std::size_t k, bool largest)
-    : k_(k), largest_(largest), threshold_(largest ? -HUGE_VAL : HUGE_VAL)
+RankKeeper::RankKeeper(std::size_t k, bool largest) : k_(k), largest_(largest)
 {
     kept_.reserve(kGather * k);
 }
@@ -73,17 +72,16 @@ void RankKeeper::compact()
         kept_.clear();
         return;
     }
-    const auto order = [this](double a, double b) { return before(a, b); };
     const auto kth = kept_.begin() + static_cast<std::ptrdiff_t>(k_ - 1);
-    std::nth_element(kept_.begin(), kth, kept_.end(), order);
+    std::nth_element(kept_.begin(), kth, kept_.end());
     threshold_ = *kth;
     kept_.resize(k_);
 }
 
 void RankKeeper::merge(const RankKeeper& other)
 {
-    for (double x : other.kept_)
-        add(x);
+    for (double v : other.kept_)
+        add(other.largest_ ? -v : v);
 }
 
 double RankKeeper::kth() const
@@ -91,9 +89,8 @@ double RankKeeper::kth() const
     if (k_ == 0 || kept_.size() < k_) return kNaN;
     std::vector<double> best = kept_;
     const auto kth = best.begin() + static_cast<std::ptrdiff_t>(k_ - 1);
-    std::nth_element(best.begin(), kth, best.end(),
-                     [this](double a, double b) { return before(a, b); });
-    return *kth;
+    std::nth_element(best.begin(), kth, best.end());
+    return largest_ ? -*kth : *kth;
 }
 
 std::size_t percentileRank(int percent, std::size_t n)

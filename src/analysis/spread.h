@@ -2,6 +2,7 @@
 // Statistics of the trials that come out the same however the trials are
 // split among threads: running moments merged in a fixed order, and exact
 // percentiles kept by rank.
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -40,8 +41,10 @@ class RankKeeper
     RankKeeper(std::size_t k, bool largest);
     void add(double x)
     {
-        if (!before(x, threshold_)) return;
-        kept_.push_back(x);
+        // The largest are kept as the smallest of the negated numbers.
+        const double v = largest_ ? -x : x;
+        if (!(v < threshold_)) return;
+        kept_.push_back(v);
         if (kept_.size() >= kGather * k_) compact();
     }
     void merge(const RankKeeper& other);
@@ -49,13 +52,12 @@ class RankKeeper
     double kth() const;
 
   private:
-    bool before(double a, double b) const { return largest_ ? a > b : a < b; }
     void compact();
     /// How many times k numbers gather before a selection.
     static constexpr std::size_t kGather = 2;
     std::size_t k_;
     bool largest_;
-    double threshold_; ///< the k-th best so far: no worse number can matter
+    double threshold_ = HUGE_VAL; ///< the k-th best so far: no worse number can matter
     std::vector<double> kept_;
 };
 

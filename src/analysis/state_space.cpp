@@ -90,7 +90,7 @@ Pencil pencilOf(const StageCircuit& stage, const AmplifierModel& amplifier, doub
                 double sourceResistance)
 {
     const bool differential = stage.differential();
-    const int inputs = differential ? 2 : 1;
+    const Index inputs = differential ? 2 : 1;
     const auto nodes = static_cast<Index>(stage.nodeNames.size()) - 1;
     const Index n = nodes + 2 * inputs;
     Pencil m{MatrixXd::Zero(n, n), MatrixXd::Zero(n, n), VectorXd::Zero(n),
@@ -102,11 +102,12 @@ Pencil pencilOf(const StageCircuit& stage, const AmplifierModel& amplifier, doub
         else
             addBranch(m, p.from, p.to, 0, omegaRef * p.value * ohms);
     }
-    for (int k = 0; k < inputs; ++k) {
+    for (Index k = 0; k < inputs; ++k) {
         const int node = stage.in[static_cast<std::size_t>(k)];
         sourceInto(m.g, node, nodes + k);
         atNode(m.g, nodes + k, node, 1);
-        m.g(nodes + k, nodes + k) = sourceResistance;
+        // The source's current runs from the node into it: v = u + Rs·i.
+        m.g(nodes + k, nodes + k) = -sourceResistance;
         m.b(nodes + k) = differential ? (k == 0 ? 0.5 : -0.5) : 1.0;
     }
     const StageAmplifier& a = stage.amplifier;
@@ -169,7 +170,7 @@ std::vector<std::complex<double>> StateSpace::poles() const
 {
     if (order() == 0) return {};
     const Eigen::EigenSolver<MatrixXd> solver(a, false);
-    const Eigen::VectorXcd e = solver.eigenvalues();
+    const Eigen::VectorXcd& e = solver.eigenvalues();
     return {e.data(), e.data() + e.size()};
 }
 

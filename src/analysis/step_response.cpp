@@ -14,21 +14,30 @@ namespace {
 using Eigen::MatrixXd;
 using Eigen::VectorXd;
 
+/// The stages with ideal amplifiers as their closed forms (an ideal
+/// amplifier's nodal equations can tie a capacitor's voltage to the
+/// derivative of another's, which no state-space of the nodes holds), with
+/// the amplifier model from their nodal equations.
 StateSpace filterStateSpace(const FilterCircuit& circuit, std::optional<double> gbwHz)
 {
-    const AmplifierModel model = gbwHz ? AmplifierModel::singlePole(*gbwHz) : AmplifierModel{};
     std::vector<StateSpace> stages;
     for (const StageCircuit& s : circuit.stages)
-        stages.push_back(stageStateSpace(s, model, circuit.cutoffHz));
+        stages.push_back(
+            gbwHz ? stageStateSpace(s, AmplifierModel::singlePole(*gbwHz), circuit.cutoffHz)
+                  : transferStateSpace(stageTransfer(s), circuit.cutoffHz));
     return cascade(stages);
 }
 
-/// The slowest decay of the poles, normalised; 0 for a filter that doesn't settle.
+/// The slowest decay of the poles, normalised; 0 for a filter that doesn't
+/// settle. A pole next to 0 is a differential stage's common mode left
+/// floating (a high-pass one has no path to the ground at DC), which the
+/// output between its two sides never sees.
 double slowestDecay(const StateSpace& s)
 {
+    constexpr double kFloating = 1e-6;
     double slowest = HUGE_VAL;
     for (const std::complex<double>& p : s.poles())
-        slowest = std::min(slowest, -p.real());
+        if (std::abs(p) > kFloating) slowest = std::min(slowest, -p.real());
     return slowest > 0 && std::isfinite(slowest) ? slowest : 0;
 }
 

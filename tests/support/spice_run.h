@@ -6,6 +6,7 @@
 #include <complex>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <sstream>
 #include <string>
@@ -136,7 +137,13 @@ inline RawVectors runNgspiceVectors(const TempFolder& dir, const std::string& na
     std::ofstream(cir) << netlist;
     const std::string command = "SPICE_ASCIIRAWFILE=1 ngspice -b -r '" + raw + "' '" + cir +
                                 "' > '" + dir.file(name + ".log") + "' 2>&1";
-    if (std::system(command.c_str()) != 0) return {{}, "ngspice failed on " + cir};
+    if (std::system(command.c_str()) != 0) {
+        std::ifstream log(dir.file(name + ".log"));
+        const std::string text((std::istreambuf_iterator<char>(log)), {});
+        constexpr std::size_t kShown = 600;
+        return {{}, "ngspice failed on " + cir + ": " +
+                        text.substr(text.size() > kShown ? text.size() - kShown : 0)};
+    }
     return readRawVectors(raw);
 }
 
