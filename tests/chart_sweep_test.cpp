@@ -1,13 +1,16 @@
 // The chart pass: where the sweep starts and the segments it draws, checked
 // against the transfer functions evaluated independently in double.
 #include "chart/chart_pass.h"
+#include "chart/section_response.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "support/compare.h"
 
+#include <bit>
 #include <cmath>
 #include <complex>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -130,6 +133,39 @@ TEST(Traces, ChosenSegmentsOnTheDefaultScale)
             EXPECT_NEAR(ph.x1, x1, 1e-3);
         }
     }
+}
+
+/// The phase lag of a first stage with the arctangent's argument x.
+float lagAt(double x)
+{
+    qm::RatioPoint p;
+    p.atanArg = x;
+    return qm::lagRadians(p, -qm::series::atan(x));
+}
+
+TEST(Phase, TheSeriesGivesTheLibrarysFloatBitForBit)
+{
+    // Arguments whose arctangent lies at, or a few steps of a double beside,
+    // the midpoint between two floats: there the series can't decide and
+    // the library must; elsewhere the series' float must be the library's.
+    std::vector<double> args;
+    for (float y = 1e-6f; y < 1.5f; y = f32(d64(y) * 1.37)) {
+        const double mid = (d64(y) + d64(std::nextafter(y, 2.0f))) / 2;
+        for (double near : {mid, std::nextafter(mid, 0.0), std::nextafter(mid, 2.0), mid * 1.01})
+            args.push_back(std::tan(near));
+    }
+    for (double x = 1e-9; x < 1e9; x *= 1.0007)
+        args.push_back(x);
+    int undecided = 0;
+    for (double x : args)
+        for (double signedX : {x, -x}) {
+            const float expected = qm::keptF32(-std::atan(signedX));
+            ASSERT_EQ(std::bit_cast<std::uint32_t>(lagAt(signedX)),
+                      std::bit_cast<std::uint32_t>(expected))
+                << signedX;
+            if (!qm::certainF32(-qm::series::atan(signedX), qm::kNearRelError)) ++undecided;
+        }
+    EXPECT_GT(undecided, 0); // the library's path was taken too
 }
 
 } // namespace

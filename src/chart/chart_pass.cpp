@@ -124,9 +124,14 @@ void sweepSection(QuellmarkForm& f, int s, const SweepPoints& at)
     const SectionModel model = prepareSection(f.b0[j], f.b1[j]);
     std::array<RatioPoint, kSweepSlots> ratios;
     sectionRatios(model, at, ratios);
+    // The arctangent's series at every point in a loop of its own, which the
+    // processor runs several points of at once; each is checked after.
+    std::array<double, kSweepSlots> lagNear;
+    for (std::size_t i = 1; i <= kPoints; ++i)
+        lagNear[i] = -series::atan(ratios[i].atanArg);
     float mag = 0, phase = 0;
     for (std::size_t i = 1; i <= kPoints; ++i) {
-        finishResponse(model.kind, ratios[i], mag, phase);
+        finishResponse(model.kind, ratios[i], lagRadians(ratios[i], lagNear[i]), mag, phase);
         const double signedPhase = highPass ? -d64(phase) : d64(phase);
         f.sweepPhaseDeg[i] = keptF32(d64(f.sweepPhaseDeg[i]) + signedPhase);
         f.sweepGainDB[i] = keptF32(d64(f.sweepGainDB[i]) + d64(mag));

@@ -5,6 +5,7 @@
 // logarithm and the arctangent. Response runs the same two stages for one
 // point, so the sweep and the table give the same numbers.
 #include "chart/chart_numbers.h"
+#include "numbers/float_atan.h"
 #include "numbers/float_store.h"
 
 #include <algorithm>
@@ -135,15 +136,26 @@ inline RatioPoint ratioAt(const SectionModel& m, float f)
     return {};
 }
 
-/// Second stage: gain in dB and phase in degrees. A gain that underflowed to
-/// 0 has no logarithm: it stays 0, and its phase stays in radians.
-inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& mag, float& phase)
+/// The phase lag of a first stage in radians, keptF32(-atan(atanArg)), given
+/// near = -series::atan(atanArg): the float it is certain of, or else the
+/// library's.
+inline float lagRadians(const RatioPoint& p, double near)
+{
+    if (const auto f = certainF32(near, kNearRelError)) return *f;
+    return keptF32(-std::atan(p.atanArg));
+}
+
+/// Second stage: gain in dB and phase in degrees, from the phase lag in
+/// radians. A gain that underflowed to 0 has no logarithm: it stays 0, and
+/// its phase stays in radians.
+inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float lag, float& mag,
+                           float& phase)
 {
     mag = p.mag;
     if (kind == SectionModel::Kind::Pair && p.w == 1.0f) {
         phase = keptF32(-Pi / 2);
     } else {
-        phase = keptF32(-std::atan(p.atanArg));
+        phase = lag;
         // Past a pair's natural frequency the arctangent folds back; the
         // phase goes on from -90° towards -180° instead.
         if (kind == SectionModel::Kind::Pair && p.w > 1.0f) phase = keptF32(d64(phase) - Pi);
@@ -151,6 +163,11 @@ inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& 
     if (!(mag > 0)) return;
     mag = keptF32(std::log(d64(mag)) * kDbPerNeper);
     phase = keptF32(d64(phase) * kDegPerRad);
+}
+
+inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& mag, float& phase)
+{
+    finishResponse(kind, p, lagRadians(p, -series::atan(p.atanArg)), mag, phase);
 }
 
 } // namespace qm

@@ -1,0 +1,70 @@
+#pragma once
+// The arctangent where only its rounding to 32 bits is kept. The library
+// gives it to the last bit of a double and takes its time for that; a chart
+// sweep asks for thousands. Here a short series comes within kNearRelError
+// of the library's value. Where every number that near rounds to one and the
+// same float, the library's value rounds to it as well, and that float is
+// taken; only a result too close to the midpoint between two floats (about
+// one in ten thousand) asks the library. Either way the float is the one the
+// library's double rounds to.
+#include <array>
+#include <cfloat>
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+#include <optional>
+
+namespace qm {
+
+/// How far the series below may lie from the library's value, relative to
+/// it. The series stays within 1e-13 (the tests hold it to that); the rest
+/// is room for the roundings of the library and of the check.
+constexpr double kNearRelError = 1e-12;
+
+/// The float that every number within relError·|x| of x rounds to, if there
+/// is one; none for a value that is not finite, beyond half the float range
+/// or below the smallest normal float.
+inline std::optional<float> certainF32(double x, double relError)
+{
+    const double size = std::fabs(x);
+    if (!(size >= static_cast<double>(FLT_MIN) && size <= static_cast<double>(FLT_MAX) / 2))
+        return std::nullopt;
+    const double margin = size * relError;
+    const auto f = static_cast<float>(x);
+    if (static_cast<float>(x - margin) != f || static_cast<float>(x + margin) != f)
+        return std::nullopt;
+    return f;
+}
+
+namespace series {
+
+/// tan((2k - 1)·π/32) for k = 1 to 8: above the k-th bound atan(|x|) is
+/// nearer k·π/16 than (k - 1)·π/16.
+constexpr std::array<double, 8> kAtanBounds{
+    0.098491403357164253, 0.30334668360734239, 0.53451113595079164, 0.82067879082866033,
+    1.2185035255879763,   1.8708684117893895,  3.2965582089383204,  10.15317038760886};
+/// tan(k·π/16) for k = 0 to 7, the centres between those bounds.
+constexpr std::array<double, 8> kAtanCentres{
+    0.0, 0.19891236737965801, 0.41421356237309505, 0.66817863791929892,
+    1.0, 1.496605762665489,   2.414213562373095,   5.0273394921258481};
+
+/// atan(x) within 1e-13. With c the centre nearest, atan(|x|) = atan(c) +
+/// atan(u), u = (|x| - c)/(1 + |x|·c), and |u| ≤ tan(π/32) leaves six terms
+/// of the arctangent's series; past the last bound c is infinite, u = -1/|x|.
+inline double atan(double x)
+{
+    const double a = std::fabs(x);
+    std::size_t k = 0;
+    while (k < kAtanBounds.size() && a > kAtanBounds[k])
+        ++k;
+    const double u =
+        k < kAtanCentres.size() ? (a - kAtanCentres[k]) / (1 + a * kAtanCentres[k]) : -1 / a;
+    const double z = u * u;
+    const double sum =
+        u * (1 + z * (-1.0 / 3 + z * (1.0 / 5 + z * (-1.0 / 7 + z * (1.0 / 9 - z / 11)))));
+    return std::copysign(static_cast<double>(k) * (std::numbers::pi / 16) + sum, x);
+}
+
+} // namespace series
+
+} // namespace qm
