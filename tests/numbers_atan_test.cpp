@@ -71,39 +71,43 @@ TEST(AtanSeries, KeepsZeroAndTheLimits)
     EXPECT_TRUE(std::isnan(series::atan(std::numeric_limits<double>::quiet_NaN())));
 }
 
-/// The double halfway between the float f and the next one up.
+/// The double halfway between the float f and the next one away from zero.
 double midpointAbove(float f)
 {
-    return (static_cast<double>(f) + static_cast<double>(std::nextafter(f, FLT_MAX))) / 2;
+    return (static_cast<double>(f) + static_cast<double>(std::nextafter(f, 2 * f))) / 2;
 }
 
 TEST(CertainF32, TakesAFloatOnlyWhenTheWholeMarginRoundsToIt)
 {
-    constexpr double kRel = 1e-12;
-    const float one = 1.0f;
-    const double mid = midpointAbove(one);
+    constexpr double kRel = kNearRelError;
     struct Case
     {
         const char* what;
         double x;
         std::optional<float> expected;
     };
-    const Case cases[] = {
-        {"a float itself", 1.0, 1.0f},
-        {"a negative float", -0.75, -0.75f},
-        {"the midpoint of two floats", mid, std::nullopt},
-        {"within the margin below the midpoint", mid * (1 - kRel / 2), std::nullopt},
-        {"within the margin above the midpoint", mid * (1 + kRel / 2), std::nullopt},
-        {"beyond the margin below the midpoint", mid * (1 - 4 * kRel), one},
-        {"beyond the margin above the midpoint", mid * (1 + 4 * kRel), std::nextafter(one, 2.0f)},
-        {"zero", 0.0, std::nullopt},
-        {"below the smallest normal float", 1e-39, std::nullopt},
-        {"beyond half the float range", 2e38, std::nullopt},
-        {"infinity", std::numeric_limits<double>::infinity(), std::nullopt},
-        {"not a number", std::numeric_limits<double>::quiet_NaN(), std::nullopt},
-    };
+    // Beside floats of both ends of a binade, and at the ends of the range.
+    std::vector<Case> cases;
+    for (const float f : {1.0f, 1.5f, std::nextafter(2.0f, 0.0f), -0.75f, 3e-38f, 1e38f}) {
+        const float next = std::nextafter(f, 2 * f);
+        const double mid = midpointAbove(f);
+        cases.push_back({"a float itself", f, f});
+        cases.push_back({"the midpoint of two floats", mid, std::nullopt});
+        cases.push_back(
+            {"within the margin below the midpoint", mid * (1 - kRel / 2), std::nullopt});
+        cases.push_back(
+            {"within the margin above the midpoint", mid * (1 + kRel / 2), std::nullopt});
+        cases.push_back({"beyond the margin below the midpoint", mid * (1 - 8 * kRel), f});
+        cases.push_back({"beyond the margin above the midpoint", mid * (1 + 8 * kRel), next});
+    }
+    cases.push_back({"just below a power of two", std::nextafter(2.0, 0.0), 2.0f});
+    cases.push_back({"zero", 0.0, std::nullopt});
+    cases.push_back({"below the smallest normal float", 1e-39, std::nullopt});
+    cases.push_back({"beyond half the float range", 2e38, std::nullopt});
+    cases.push_back({"infinity", -std::numeric_limits<double>::infinity(), std::nullopt});
+    cases.push_back({"not a number", std::numeric_limits<double>::quiet_NaN(), std::nullopt});
     for (const Case& c : cases)
-        EXPECT_EQ(certainF32(c.x, kRel), c.expected) << c.what;
+        EXPECT_EQ(certainF32(c.x), c.expected) << c.what << " " << c.x;
 }
 
 } // namespace

@@ -141,7 +141,7 @@ inline RatioPoint ratioAt(const SectionModel& m, float f)
 /// library's.
 inline float lagRadians(const RatioPoint& p, double near)
 {
-    if (const auto f = certainF32(near, kNearRelError)) return *f;
+    if (const auto f = certainF32(near)) return *f;
     return keptF32(-std::atan(p.atanArg));
 }
 

@@ -8,9 +8,11 @@
 // one in ten thousand) asks the library. Either way the float is the one the
 // library's double rounds to.
 #include <array>
+#include <bit>
 #include <cfloat>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <numbers>
 #include <optional>
 
@@ -21,19 +23,30 @@ namespace qm {
 /// is room for the roundings of the library and of the check.
 constexpr double kNearRelError = 1e-12;
 
-/// The float that every number within relError·|x| of x rounds to, if there
-/// is one; none for a value that is not finite, beyond half the float range
-/// or below the smallest normal float.
-inline std::optional<float> certainF32(double x, double relError)
+/// The float that every number within kNearRelError·|x| of x rounds to, if
+/// they share one; none for a value that is not finite, beyond half the
+/// float range or below the smallest normal float.
+///
+/// A float keeps the top 24 of a double's 53 significant bits and rounds by
+/// the 29 it drops, so x's neighbours share x's float unless those bits lie
+/// within kMarginSteps of their midpoint. A step is a unit of x's last bit,
+/// at least 2^-53·|x|; at the ends of the range of x's exponent the
+/// neighbours across it round to the same power of two.
+inline std::optional<float> certainF32(double x)
 {
-    const double size = std::fabs(x);
-    if (!(size >= static_cast<double>(FLT_MIN) && size <= static_cast<double>(FLT_MAX) / 2))
+    constexpr int kDroppedBits = 52 - 23;
+    constexpr std::uint64_t kDropped = (std::uint64_t{1} << kDroppedBits) - 1;
+    constexpr std::uint64_t kMidpoint = std::uint64_t{1} << (kDroppedBits - 1);
+    constexpr std::uint64_t kMarginSteps = std::uint64_t{1} << 14;
+    static_assert(static_cast<double>(kMarginSteps) * 0x1p-53 >= kNearRelError);
+    // Magnitudes as bits order like the numbers; a NaN lies above them all.
+    constexpr auto kLowest = std::bit_cast<std::uint64_t>(static_cast<double>(FLT_MIN));
+    constexpr auto kHighest = std::bit_cast<std::uint64_t>(static_cast<double>(FLT_MAX) / 2);
+    const auto magnitude = std::bit_cast<std::uint64_t>(std::fabs(x));
+    if (magnitude - kLowest > kHighest - kLowest) return std::nullopt;
+    if ((magnitude & kDropped) - (kMidpoint - kMarginSteps) <= 2 * kMarginSteps)
         return std::nullopt;
-    const double margin = size * relError;
-    const auto f = static_cast<float>(x);
-    if (static_cast<float>(x - margin) != f || static_cast<float>(x + margin) != f)
-        return std::nullopt;
-    return f;
+    return static_cast<float>(x);
 }
 
 namespace series {
