@@ -135,17 +135,18 @@ TEST(Traces, ChosenSegmentsOnTheDefaultScale)
     }
 }
 
-/// The phase lag of a first stage with the arctangent's argument x.
-float lagAt(double x)
+/// The phase lag of a first stage whose arctangent takes num/den.
+float lagAt(double num, double den)
 {
     qm::RatioPoint p;
-    p.atanArg = x;
-    return qm::lagRadians(p, -qm::series::atan(x));
+    p.atanNum = num;
+    p.atanDen = den;
+    return qm::lagRadians(p, -qm::series::atan(num, den));
 }
 
 TEST(Phase, TheSeriesGivesTheLibrarysFloatBitForBit)
 {
-    // Arguments whose arctangent lies at, or a few steps of a double beside,
+    // Fractions whose arctangent lies at, or a few steps of a double beside,
     // the midpoint between two floats: there the series can't decide and
     // the library must; elsewhere the series' float must be the library's.
     std::vector<double> args;
@@ -158,12 +159,13 @@ TEST(Phase, TheSeriesGivesTheLibrarysFloatBitForBit)
         args.push_back(x);
     int undecided = 0;
     for (double x : args)
-        for (double signedX : {x, -x}) {
-            const float expected = qm::keptF32(-std::atan(signedX));
-            ASSERT_EQ(std::bit_cast<std::uint32_t>(lagAt(signedX)),
+        for (double den : {1.0, -1.0, 0.37, -2.5e4}) {
+            const double num = x * den;
+            const float expected = qm::keptF32(-std::atan(num / den));
+            ASSERT_EQ(std::bit_cast<std::uint32_t>(lagAt(num, den)),
                       std::bit_cast<std::uint32_t>(expected))
-                << signedX;
-            if (!qm::certainF32(-qm::series::atan(signedX))) ++undecided;
+                << num << " over " << den;
+            if (!qm::certainF32(-qm::series::atan(num, den))) ++undecided;
         }
     EXPECT_GT(undecided, 0); // the library's path was taken too
 }

@@ -2,11 +2,13 @@
 // taken for the library's.
 #include "numbers/float_atan.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace qm {
@@ -15,11 +17,21 @@ namespace {
 /// What the tests hold the series to; kNearRelError leaves room above it.
 constexpr double kSeriesBound = 1e-13;
 
-double relativeError(double x)
+/// The series' error at num/den relative to the library's arctangent of the
+/// divided fraction, the larger over the signs of the fraction's two parts.
+double relativeError(double num, double den)
 {
-    const double exact = std::atan(x);
-    return std::fabs(series::atan(x) - exact) / std::fabs(exact);
+    double worst = 0;
+    for (const double n : {num, -num})
+        for (const double d : {den, -den}) {
+            const double exact = std::atan(n / d);
+            worst = std::max(worst, std::fabs(series::atan(n, d) - exact) / std::fabs(exact));
+        }
+    return worst;
 }
+
+/// Denominators that the sweep's fractions take, from tiny to huge.
+constexpr double kDenominators[] = {1.0, 3e-7, 0.7, 1e6};
 
 /// `count` arguments spread evenly over the logarithm of [from, to].
 std::vector<double> logSpread(double from, double to, int count)
@@ -42,10 +54,9 @@ TEST(AtanSeries, StaysWithinItsBoundOverEveryMagnitude)
     // range, where the centres change, is taken densely.
     const Range ranges[] = {{1e-30, 1e-3, 2000}, {1e-3, 1e3, 200000}, {1e3, 1e30, 2000}};
     for (const Range& r : ranges)
-        for (double x : logSpread(r.from, r.to, r.count)) {
-            ASSERT_LE(relativeError(x), kSeriesBound) << x;
-            ASSERT_LE(relativeError(-x), kSeriesBound) << -x;
-        }
+        for (double x : logSpread(r.from, r.to, r.count))
+            for (double den : kDenominators)
+                ASSERT_LE(relativeError(x * den, den), kSeriesBound) << x << " over " << den;
 }
 
 TEST(AtanSeries, StaysWithinItsBoundWhereTheCentreChanges)
@@ -53,22 +64,27 @@ TEST(AtanSeries, StaysWithinItsBoundWhereTheCentreChanges)
     for (double bound : series::kAtanBounds) {
         double below = bound, above = bound;
         for (int step = 0; step < 64; ++step) {
-            ASSERT_LE(relativeError(below), kSeriesBound) << below;
-            ASSERT_LE(relativeError(above), kSeriesBound) << above;
+            ASSERT_LE(relativeError(below, 1.0), kSeriesBound) << below;
+            ASSERT_LE(relativeError(above, 1.0), kSeriesBound) << above;
             below = std::nextafter(below, 0.0);
             above = std::nextafter(above, 2 * bound);
         }
     }
 }
 
-TEST(AtanSeries, KeepsZeroAndTheLimits)
+TEST(AtanSeries, KeepsSignedZerosAndTheLimitsAndRefusesADenominatorOfZero)
 {
     constexpr double inf = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(series::atan(0.0), 0.0);
-    EXPECT_TRUE(std::signbit(series::atan(-0.0)));
-    EXPECT_NEAR(series::atan(inf), std::atan(inf), 1e-15);
-    EXPECT_NEAR(series::atan(-inf), std::atan(-inf), 1e-15);
-    EXPECT_TRUE(std::isnan(series::atan(std::numeric_limits<double>::quiet_NaN())));
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(series::atan(0.0, 1.0), 0.0);
+    EXPECT_TRUE(std::signbit(series::atan(-0.0, 1.0)));
+    EXPECT_TRUE(std::signbit(series::atan(0.0, -1.0)));
+    EXPECT_NEAR(series::atan(inf, 1.0), std::atan(inf), 1e-15);
+    EXPECT_NEAR(series::atan(1.0, -0.0 + 1e-300), std::atan(1e300), 1e-15);
+    EXPECT_NEAR(series::atan(-inf, 2.0), std::atan(-inf), 1e-15);
+    for (const auto& [num, den] :
+         {std::pair{1.0, 0.0}, {0.0, 0.0}, {-1.0, -0.0}, {nan, 1.0}, {1.0, nan}})
+        EXPECT_TRUE(std::isnan(series::atan(num, den))) << num << " over " << den;
 }
 
 /// The double halfway between the float f and the next one away from zero.

@@ -128,7 +128,7 @@ void sweepSection(QuellmarkForm& f, int s, const SweepPoints& at)
     // processor runs several points of at once; each is checked after.
     std::array<double, kSweepSlots> lagNear;
     for (std::size_t i = 1; i <= kPoints; ++i)
-        lagNear[i] = -series::atan(ratios[i].atanArg);
+        lagNear[i] = -series::atan(ratios[i].atanNum, ratios[i].atanDen);
     float mag = 0, phase = 0;
     for (std::size_t i = 1; i <= kPoints; ++i) {
         finishResponse(model.kind, ratios[i], lagRadians(ratios[i], lagNear[i]), mag, phase);

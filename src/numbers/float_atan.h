@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <numbers>
 #include <optional>
 
@@ -61,21 +62,26 @@ constexpr std::array<double, 8> kAtanCentres{
     0.0, 0.19891236737965801, 0.41421356237309505, 0.66817863791929892,
     1.0, 1.496605762665489,   2.414213562373095,   5.0273394921258481};
 
-/// atan(x) within 1e-13. With c the centre nearest, atan(|x|) = atan(c) +
-/// atan(u), u = (|x| - c)/(1 + |x|·c), and |u| ≤ tan(π/32) leaves six terms
-/// of the arctangent's series; past the last bound c is infinite, u = -1/|x|.
-inline double atan(double x)
+/// atan(num/den) within 1e-13, the fraction never divided out. With q =
+/// |num/den| and c the centre nearest, atan(q) = atan(c) + atan(u), u =
+/// (q - c)/(1 + q·c), and |u| ≤ tan(π/32) leaves six terms of the
+/// arctangent's series; past the last bound c is infinite, u = -1/q. Not a
+/// number where den is 0.
+inline double atan(double num, double den)
 {
-    const double a = std::fabs(x);
+    const double n = std::fabs(num);
+    const double d = std::fabs(den);
+    if (!(d > 0)) return std::numeric_limits<double>::quiet_NaN();
     std::size_t k = 0;
-    while (k < kAtanBounds.size() && a > kAtanBounds[k])
+    while (k < kAtanBounds.size() && n > kAtanBounds[k] * d)
         ++k;
     const double u =
-        k < kAtanCentres.size() ? (a - kAtanCentres[k]) / (1 + a * kAtanCentres[k]) : -1 / a;
+        k < kAtanCentres.size() ? (n - kAtanCentres[k] * d) / (d + n * kAtanCentres[k]) : -d / n;
     const double z = u * u;
     const double sum =
         u * (1 + z * (-1.0 / 3 + z * (1.0 / 5 + z * (-1.0 / 7 + z * (1.0 / 9 - z / 11)))));
-    return std::copysign(static_cast<double>(k) * (std::numbers::pi / 16) + sum, x);
+    const double angle = static_cast<double>(k) * (std::numbers::pi / 16) + sum;
+    return std::signbit(num) == std::signbit(den) ? angle : -angle;
 }
 
 } // namespace series
