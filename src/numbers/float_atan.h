@@ -77,9 +77,13 @@ inline double atan(double num, double den)
         ++k;
     const double u =
         k < kAtanCentres.size() ? (n - kAtanCentres[k] * d) / (d + n * kAtanCentres[k]) : -d / n;
+    // u - u³/3 + u⁵/5 - ... - u¹¹/11, its terms taken in pairs so that the
+    // pairs need not wait for each other.
     const double z = u * u;
-    const double sum =
-        u * (1 + z * (-1.0 / 3 + z * (1.0 / 5 + z * (-1.0 / 7 + z * (1.0 / 9 - z / 11)))));
+    const double z2 = z * z;
+    const double z4 = z2 * z2;
+    const double sum = u * ((1 - z * (1.0 / 3)) + z2 * (1.0 / 5 - z * (1.0 / 7)) +
+                            z4 * (1.0 / 9 - z * (1.0 / 11)));
     const double angle = static_cast<double>(k) * (std::numbers::pi / 16) + sum;
     return std::signbit(num) == std::signbit(den) ? angle : -angle;
 }
