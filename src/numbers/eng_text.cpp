@@ -2,6 +2,7 @@
 
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
+#include "numbers/power_of_ten.h"
 
 #include <array>
 #include <cmath>
@@ -116,29 +117,14 @@ float normalise(float x, int& e)
     }
 }
 
-// 10^m as std::pow gives it. The display asks for the same few powers over
-// and over; the library is asked once for each.
-double tenTo(int m)
-{
-    constexpr int kSpan = 24;
-    static const auto powers = [] {
-        std::array<double, 2 * kSpan + 1> p{};
-        for (int k = -kSpan; k <= kSpan; ++k)
-            p[static_cast<std::size_t>(k + kSpan)] = std::pow(10.0, k);
-        return p;
-    }();
-    if (m < -kSpan || m > kSpan) return std::pow(10.0, m);
-    return powers[static_cast<std::size_t>(m + kSpan)];
-}
-
 // Rounds x to d significant digits. The branch sees the sign, so every
 // negative value is taken as below ten: -123.456 keeps five digits.
 float roundSignificant(float x, int d)
 {
     const int m = x < 10 ? d - 1 : (x < 100 ? d - 2 : d - 3);
-    x = f32(d64(x) * tenTo(m));
+    x = f32(d64(x) * powerOfTen(m));
     x = f32(std::floor(d64(x) + 0.5));
-    return f32(d64(x) * tenTo(-m));
+    return f32(d64(x) * powerOfTen(-m));
 }
 
 } // namespace
