@@ -21,9 +21,9 @@ double libraryPow(double x, double y)
 /// The whole number that x is, within [lowest, highest], or none.
 bool wholeWithin(double x, int lowest, int highest, int& whole)
 {
-    if (!(x >= lowest && x <= highest) || std::floor(x) != x) return false;
+    if (!(x >= lowest && x <= highest)) return false;
     whole = static_cast<int>(x);
-    return true;
+    return static_cast<double>(whole) == x;
 }
 
 /// 10^(step/steps) for step from 0 to steps, as std::pow gives it.
