@@ -52,8 +52,10 @@ struct NumberScan
 
 std::size_t scanDigits(std::string_view text, std::size_t pos, std::string& out)
 {
+    const std::size_t start = pos;
     while (pos < text.size() && isDigit(text[pos]))
-        out += text[pos++];
+        ++pos;
+    out.append(text.substr(start, pos - start));
     return pos;
 }
 
@@ -396,19 +398,26 @@ std::string formatPattern(double x, std::string_view pattern, char decSep)
     std::string digits = quickRoundedDigits(x, p.fracTotal, intLen);
     if (digits.empty())
         digits = roundDecimal(decimalOf(x, generalDigitsDouble), p.fracTotal, intLen);
-    std::string intPart = digits.substr(0, static_cast<std::size_t>(intLen));
-    std::string fracPart = digits.substr(static_cast<std::size_t>(intLen));
-    const std::size_t firstNonZero = intPart.find_first_not_of('0');
-    intPart.erase(0, std::min(firstNonZero, intPart.size()));
-    if (intPart.size() < static_cast<std::size_t>(p.intForced))
-        intPart.insert(0, static_cast<std::size_t>(p.intForced) - intPart.size(), '0');
+    const std::string_view all(digits);
+    std::string_view intPart = all.substr(0, static_cast<std::size_t>(intLen));
+    std::string_view fracPart = all.substr(static_cast<std::size_t>(intLen));
+    intPart.remove_prefix(std::min(intPart.find_first_not_of('0'), intPart.size()));
+    const auto forced = static_cast<std::size_t>(p.intForced);
+    const std::size_t padding = forced > intPart.size() ? forced - intPart.size() : 0;
     while (fracPart.size() > static_cast<std::size_t>(p.fracForced) && fracPart.back() == '0')
-        fracPart.pop_back();
-    const bool zero = digits.find_first_not_of('0') == std::string::npos;
-    std::string text = (x < 0 && !zero) ? "-" : "";
+        fracPart.remove_suffix(1);
+    const bool zero = all.find_first_not_of('0') == std::string_view::npos;
+    std::string text;
+    text.reserve(padding + intPart.size() + fracPart.size() + 2);
+    if (x < 0 && !zero) text += '-';
+    text.append(padding, '0');
     text += intPart;
-    if (!fracPart.empty()) text += decSep + fracPart;
-    return text.empty() ? "0" : text;
+    if (!fracPart.empty()) {
+        text += decSep;
+        text += fracPart;
+    }
+    if (text.empty()) text = "0";
+    return text;
 }
 
 char usableDecimalSeparator(const std::locale& locale)
