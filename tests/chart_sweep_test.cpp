@@ -1,13 +1,16 @@
 // The chart pass: where the sweep starts and the segments it draws, checked
 // against the transfer functions evaluated independently in double.
 #include "chart/chart_pass.h"
+#include "chart/section_response.h"
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 #include "screen/recording_platform.h"
 #include "support/compare.h"
 
+#include <bit>
 #include <cmath>
 #include <complex>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -130,6 +133,41 @@ TEST(Traces, ChosenSegmentsOnTheDefaultScale)
             EXPECT_NEAR(ph.x1, x1, 1e-3);
         }
     }
+}
+
+/// The phase lag of a first stage whose arctangent takes num/den.
+float lagAt(double num, double den)
+{
+    qm::RatioPoint p;
+    p.atanNum = num;
+    p.atanDen = den;
+    return qm::lagRadians(p, -qm::series::atan(num, den));
+}
+
+TEST(Phase, TheSeriesGivesTheLibrarysFloatBitForBit)
+{
+    // Fractions whose arctangent lies at, or a few steps of a double beside,
+    // the midpoint between two floats: there the series can't decide and
+    // the library must; elsewhere the series' float must be the library's.
+    std::vector<double> args;
+    for (float y = 1e-6f; y < 1.5f; y = f32(d64(y) * 1.37)) {
+        const double mid = (d64(y) + d64(std::nextafter(y, 2.0f))) / 2;
+        for (double near : {mid, std::nextafter(mid, 0.0), std::nextafter(mid, 2.0), mid * 1.01})
+            args.push_back(std::tan(near));
+    }
+    for (double x = 1e-9; x < 1e9; x *= 1.0007)
+        args.push_back(x);
+    int undecided = 0;
+    for (double x : args)
+        for (double den : {1.0, -1.0, 0.37, -2.5e4}) {
+            const double num = x * den;
+            const float expected = qm::keptF32(-std::atan(num / den));
+            ASSERT_EQ(std::bit_cast<std::uint32_t>(lagAt(num, den)),
+                      std::bit_cast<std::uint32_t>(expected))
+                << num << " over " << den;
+            if (!qm::certainF32(-qm::series::atan(num, den))) ++undecided;
+        }
+    EXPECT_GT(undecided, 0); // the library's path was taken too
 }
 
 } // namespace

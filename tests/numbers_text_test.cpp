@@ -4,7 +4,10 @@
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
 
+#include <bit>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
 #include <locale>
@@ -114,6 +117,80 @@ TEST(GeneralText, FloatKeepsSevenDigitsDoubleFifteen)
                       local(c.text, sep))
                 << c.value;
     EXPECT_EQ(generalText(-0.0f, '.'), "0");
+}
+
+/// <charconv>'s general form with 'E' and the separator, which generalText
+/// gives for every value that is not 0, infinite or not a number.
+std::string charconvGeneral(double x, int precision, char decSep)
+{
+    char buf[64];
+    const auto res = std::to_chars(buf, buf + sizeof buf, x, std::chars_format::general, precision);
+    std::string text(buf, res.ptr);
+    for (char& c : text)
+        c = c == 'e' ? 'E' : (c == '.' ? decSep : c);
+    return text;
+}
+
+TEST(GeneralText, IsCharconvsGeneralFormOverTheWholeRange)
+{
+    // Floats of every exponent, and those beside short decimals, where the
+    // rounding to seven digits comes nearest to a tie; doubles likewise.
+    std::vector<float> floats;
+    for (std::uint64_t bits = 1; bits < 0x7F800000; bits += 40009)
+        floats.push_back(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
+    for (int power = -5; power <= 8; ++power)
+        for (int digits = 1; digits < 1000; digits += 7) {
+            float f = f32(digits * std::pow(10.0, power - 2));
+            for (int step = 0; step < 4; ++step) {
+                floats.push_back(f);
+                f = std::nextafter(f, 0.0f);
+            }
+        }
+    std::vector<double> doubles{0.1 + 0.2, 1.0 / 3, 2.5e-5, 999999999999999.9, 123456.7890123455};
+    for (double x = 1.234567e-5; x < 1e16; x *= 1.9371)
+        for (double near : {x, std::round(x * 1e6) / 1e6, std::nextafter(x, 0.0)})
+            doubles.push_back(near);
+    for (const char sep : separators) {
+        for (float f : floats)
+            for (float signedF : {f, -f})
+                ASSERT_EQ(generalText(signedF, sep), charconvGeneral(d64(signedF), 7, sep))
+                    << signedF;
+        for (double x : doubles)
+            for (double signedX : {x, -x})
+                ASSERT_EQ(generalText(signedX, sep), charconvGeneral(signedX, 15, sep)) << signedX;
+    }
+}
+
+TEST(FormatPattern, NearTiesRoundAsTheirFifteenDigitDecimal)
+{
+    // The binary value of 0.15 lies below 0.15, but its fifteen digits are a
+    // tie, which rounds away; fourteen nines stay below it.
+    const struct
+    {
+        double value;
+        const char* pattern;
+        const char* text;
+    } cases[] = {
+        {0.05, "#0.0", "0.1"},
+        {0.15, "#0.0", "0.2"},
+        {-0.05, "#0.0", "-0.1"},
+        {4.35, "0.0", "4.4"},
+        {1.0049999999999999, "0.00", "1.01"},
+        {0.04999999999999, "#0.0", "0.0"},
+        {0.0499999999999999, "#0.0", "0.0"},
+        {0.00049999999999999, "0.0##", "0.0"},
+        {0.0005, "0.0##", "0.001"},
+        {999.95, "##0.0", "1000.0"},
+        {123456789012.35, "0.0", "123456789012.4"},
+        {1e12, "0.0", "1000000000000.0"},
+        {-1e-20, "#0.0", "0.0"},
+        {-2.5e-7, "0.0##", "0.0"},
+        {7, "0.00", "7.00"},
+    };
+    for (const char sep : separators)
+        for (const auto& c : cases)
+            EXPECT_EQ(formatPattern(c.value, c.pattern, sep), local(c.text, sep))
+                << c.value << " by " << c.pattern;
 }
 
 TEST(FormatPattern, RoundsHalvesAwayOnTheWrittenDecimalWithForcedAndOptionalDigits)

@@ -34,11 +34,12 @@ std::string letterOf(const QuellmarkForm& f, int j)
 
 /// A label shows a capacitor when its units are farads; in high-pass the
 /// labels of resistors show capacitors and the other way round.
-SchematicPart partOf(const Control& label, int number, const std::string& letter, char decSep)
+SchematicPart partOf(const Control& label, std::string_view text, int number,
+                     const std::string& letter, char decSep)
 {
     SchematicPart p;
     p.label = label.name;
-    p.value = trimmed(label.text);
+    p.value = trimmed(text);
     p.capacitor = !p.value.empty() && p.value.back() == 'F';
     p.designator = (p.capacitor ? "C" : "R") + std::to_string(number) + letter;
     std::string numberText = p.value;
@@ -49,31 +50,24 @@ SchematicPart partOf(const Control& label, int number, const std::string& letter
 
 } // namespace
 
-void noteSectionParts(QuellmarkForm& f, int j)
+void noteSectionParts(QuellmarkForm& f, int j, const ValueLabelTexts& values)
 {
     if (j < 1 || j >= static_cast<int>(f.catalogue.sectionParts.size())) return;
     const auto slot = static_cast<std::size_t>(j);
     auto& parts = f.catalogue.sectionParts[slot];
     parts.clear();
     f.catalogue.sectionLetters[slot] = letterOf(f, j);
-    const std::vector<LabelPlace> places = labelsOf(f, j);
-    // The labels may show sensitivities: write the values, read them, and
-    // put back what was there.
-    std::vector<std::string> shown;
-    shown.reserve(places.size());
-    for (const LabelPlace& p : places)
-        shown.push_back(p.label->text);
-    try {
-        writeValueLabels(f, j);
-        for (const LabelPlace& p : places)
-            if (p.label->visible && !trimmed(p.label->text).empty())
-                parts.push_back(
-                    partOf(*p.label, p.number, f.catalogue.sectionLetters[slot], f.decSep));
-    } catch (const CalcFailure&) {
-        parts.clear();
+    if (values.failure) return;
+    for (const LabelPlace& p : labelsOf(f, j)) {
+        // A label the values leave alone keeps what it shows.
+        const auto written =
+            std::find_if(values.labels.begin(), values.labels.end(),
+                         [&p](const auto& label) { return label.first == p.label; });
+        const std::string& text = written != values.labels.end() ? written->second : p.label->text;
+        if (p.label->visible && !trimmed(text).empty())
+            parts.push_back(
+                partOf(*p.label, text, p.number, f.catalogue.sectionLetters[slot], f.decSep));
     }
-    for (std::size_t k = 0; k < places.size(); ++k)
-        places[k].label->text = shown[k];
 }
 
 } // namespace qm

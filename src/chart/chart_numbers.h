@@ -12,11 +12,12 @@ namespace qm {
 /// ±FLT_MAX and turns a value that is not a number into 0.
 inline float keptF32(double x)
 {
-    if (std::isnan(x)) return 0.0f;
     constexpr double kTop = static_cast<double>(FLT_MAX);
-    if (x > kTop) return FLT_MAX;
-    if (x < -kTop) return -FLT_MAX;
-    return static_cast<float>(x);
+    // One comparison for the values within range, as nearly all are; a value
+    // that is not a number fails it too.
+    if (std::fabs(x) <= kTop) return static_cast<float>(x);
+    if (std::isnan(x)) return 0.0f;
+    return x > 0 ? FLT_MAX : -FLT_MAX;
 }
 
 } // namespace qm

@@ -125,9 +125,14 @@ void sweepSection(QuellmarkForm& f, int s, const SweepPoints& at)
     const SectionModel model = prepareSection(f.b0[j], f.b1[j]);
     std::array<RatioPoint, kSweepSlots> ratios;
     sectionRatios(model, at, ratios);
+    // The arctangent's series at every point in a loop of its own, which the
+    // processor runs several points of at once; each is checked after.
+    std::array<double, kSweepSlots> lagNear;
+    for (std::size_t i = 1; i <= kPoints; ++i)
+        lagNear[i] = -series::atan(ratios[i].atanNum, ratios[i].atanDen);
     float mag = 0, phase = 0;
     for (std::size_t i = 1; i <= kPoints; ++i) {
-        finishResponse(model.kind, ratios[i], mag, phase);
+        finishResponse(model.kind, ratios[i], lagRadians(ratios[i], lagNear[i]), mag, phase);
         const double signedPhase = highPass ? -d64(phase) : d64(phase);
         f.sweepPhaseDeg[i] = keptF32(d64(f.sweepPhaseDeg[i]) + signedPhase);
         f.sweepGainDB[i] = keptF32(d64(f.sweepGainDB[i]) + d64(mag));
@@ -178,10 +183,15 @@ void delayScaleOf(QuellmarkForm& f)
     f.gdScale = s.gdScale;
 }
 
-/// x of sweep point j on the trace: point 1 at the left edge.
-float traceX(double w, int j)
+/// x of every sweep point on the traces, point 1 at the left edge; the
+/// delay and the gain and phase traces share them.
+using TraceColumns = std::array<float, kSweepSlots>;
+static_assert(kDelayLast + 2 <= kTraceSegments + 1, "the delay trace's columns are all there");
+
+void traceColumns(double w, TraceColumns& x)
 {
-    return keptF32((w * (j - 1)) / kPoints);
+    for (std::size_t j = 1; j <= kTraceSegments + 1; ++j)
+        x[j] = keptF32((w * static_cast<double>(j - 1)) / kPoints);
 }
 
 /// Stored coordinates of the trace points, each computed once for the two
@@ -195,14 +205,16 @@ struct TracePoints
 /// The delay trace hangs from the top edge; a segment reaching beyond the
 /// picture by more than its height is left out, as is one whose step has no
 /// width.
-void delayTrace(const QuellmarkForm& f, const ChartPen& pen, double w, double h)
+void delayTrace(const QuellmarkForm& f, const ChartPen& pen, const TraceColumns& columns, double w,
+                double h)
 {
     const double scale = f.gdScale;
     TracePoints t;
     for (int i = kDelayFirst; i <= kDelayLast + 1; ++i) {
         const auto at = static_cast<std::size_t>(i);
         const double g = chartDelay(f.sweepFreqs, f.sweepPhaseDeg, i);
-        t.x[at] = keptF32((w * i) / kPoints);
+        // The step from point i to the next is drawn at the next point's x.
+        t.x[at] = columns[at + 1];
         t.y[at] = keptF32(h + ((g / kDelayDivisor) * scale * h) * h);
         t.valid[at] = std::isfinite(g) && d64(t.y[at]) <= h && d64(t.y[at]) >= -h;
     }
@@ -235,17 +247,16 @@ void phasePoints(const QuellmarkForm& f, double h, TracePoints& t)
 
 /// Gain and phase segment by segment in turn. Only the right and bottom
 /// edges are tested; what rises above the top falls outside the picture.
-void gainAndPhaseTraces(const QuellmarkForm& f, const ChartPen& pen, double w, double h)
+void gainAndPhaseTraces(const QuellmarkForm& f, const ChartPen& pen, const TraceColumns& x,
+                        double w, double h)
 {
     const bool gain = ticked(f.ShowGainTrace) && f.ampScale != 0;
     const bool phase = ticked(f.ShowPhaseTrace);
     TracePoints g, p;
-    for (int j = 1; j <= kTraceSegments + 1; ++j)
-        g.x[static_cast<std::size_t>(j)] = traceX(w, j);
     if (gain) gainPoints(f, h, g);
     if (phase) phasePoints(f, h, p);
     for (std::size_t j = 1; j <= kTraceSegments; ++j) {
-        const float x1 = g.x[j], x2 = g.x[j + 1];
+        const float x1 = x[j], x2 = x[j + 1];
         if (d64(x2) > w) continue;
         if (gain && d64(g.y[j + 1]) <= h) pen.line(x1, g.y[j], x2, g.y[j + 1], kGainColor);
         if (phase && d64(p.y[j + 1]) <= h) pen.line(x1, p.y[j], x2, p.y[j + 1], kPhaseColor);
@@ -303,9 +314,11 @@ void chartAxesAndTraces(QuellmarkForm& f)
     delayScaleOf(f);
     const ChartPen pen(f);
     maskOnChart(f, pen, w, h);
-    if (ticked(f.ShowGDTrace)) delayTrace(f, pen, w, h);
+    TraceColumns columns;
+    traceColumns(w, columns);
+    if (ticked(f.ShowGDTrace)) delayTrace(f, pen, columns, w, h);
     delayLegend(f);
-    gainAndPhaseTraces(f, pen, w, h);
+    gainAndPhaseTraces(f, pen, columns, w, h);
 }
 
 } // namespace qm

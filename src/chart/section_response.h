@@ -5,6 +5,7 @@
 // logarithm and the arctangent. Response runs the same two stages for one
 // point, so the sweep and the table give the same numbers.
 #include "chart/chart_numbers.h"
+#include "numbers/float_atan.h"
 #include "numbers/float_store.h"
 
 #include <algorithm>
@@ -37,9 +38,12 @@ constexpr double kDegPerRad = 180 / Pi;
 /// A section at one frequency after the first stage.
 struct RatioPoint
 {
-    float w = 0;        ///< frequency normalised to the section, as stored
-    float mag = 1;      ///< gain as a ratio, as stored
-    double atanArg = 0; ///< the arctangent's argument (unused where w is 1)
+    float w = 0;   ///< frequency normalised to the section, as stored
+    float mag = 1; ///< gain as a ratio, as stored
+    /// The arctangent's argument as the fraction atanNum/atanDen, divided
+    /// only where the library is asked (unused where w is 1).
+    double atanNum = 0;
+    double atanDen = 1;
 };
 
 /// Far above a section's natural frequency the normalised frequency is held
@@ -107,7 +111,8 @@ inline RatioPoint pairRatio(const SectionModel& m, float f)
     const double oneMinusW2 = 1 - w * w;
     p.mag = heldF32(reciprocal(std::sqrt(oneMinusW2 * oneMinusW2 + m.damping * w * w)));
     // At the natural frequency the argument is infinite and the phase -90°.
-    p.atanArg = quotient(w * m.bOneOverR, oneMinusW2);
+    p.atanNum = w * m.bOneOverR;
+    p.atanDen = oneMinusW2;
     return p;
 }
 
@@ -118,7 +123,7 @@ inline RatioPoint realPoleRatio(const SectionModel& m, float f)
     p.w = heldF32(d64(f) * m.toW);
     const double w = d64(p.w);
     p.mag = heldF32(1 / std::sqrt(w * w + 1));
-    p.atanArg = w;
+    p.atanNum = w;
     return p;
 }
 
@@ -135,15 +140,26 @@ inline RatioPoint ratioAt(const SectionModel& m, float f)
     return {};
 }
 
-/// Second stage: gain in dB and phase in degrees. A gain that underflowed to
-/// 0 has no logarithm: it stays 0, and its phase stays in radians.
-inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& mag, float& phase)
+/// The phase lag of a first stage in radians, keptF32(-atan(atanNum/atanDen)),
+/// given near = -series::atan(atanNum, atanDen): the float it is certain of,
+/// or else the library's.
+inline float lagRadians(const RatioPoint& p, double near)
+{
+    if (const auto f = certainF32(near)) return *f;
+    return keptF32(-std::atan(quotient(p.atanNum, p.atanDen)));
+}
+
+/// Second stage: gain in dB and phase in degrees, from the phase lag in
+/// radians. A gain that underflowed to 0 has no logarithm: it stays 0, and
+/// its phase stays in radians.
+inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float lag, float& mag,
+                           float& phase)
 {
     mag = p.mag;
     if (kind == SectionModel::Kind::Pair && p.w == 1.0f) {
         phase = keptF32(-Pi / 2);
     } else {
-        phase = keptF32(-std::atan(p.atanArg));
+        phase = lag;
         // Past a pair's natural frequency the arctangent folds back; the
         // phase goes on from -90° towards -180° instead.
         if (kind == SectionModel::Kind::Pair && p.w > 1.0f) phase = keptF32(d64(phase) - Pi);
@@ -151,6 +167,11 @@ inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& 
     if (!(mag > 0)) return;
     mag = keptF32(std::log(d64(mag)) * kDbPerNeper);
     phase = keptF32(d64(phase) * kDegPerRad);
+}
+
+inline void finishResponse(SectionModel::Kind kind, const RatioPoint& p, float& mag, float& phase)
+{
+    finishResponse(kind, p, lagRadians(p, -series::atan(p.atanNum, p.atanDen)), mag, phase);
 }
 
 } // namespace qm

@@ -5,7 +5,11 @@
 #include "numbers/float_store.h"
 #include "screen/quellmark_form.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <string>
 
 namespace qm {
@@ -82,13 +86,43 @@ void adjustRound(QuellmarkForm& f, int section, RoundingContext& rc)
     f.b1[j] = f.b1Real;
 }
 
+/// Everything a round reads before it writes, and all it writes, bit for
+/// bit: the section's capacitors and coefficients, the analyses' and the
+/// measurements' results, and the counters the rounding keeps.
+struct RoundState
+{
+    std::array<std::uint32_t, 15> values{};
+    std::array<i16, 4> counters{};
+    bool operator==(const RoundState&) const = default;
+};
+
+RoundState stateOf(const QuellmarkForm& f, std::size_t j)
+{
+    const std::array<float, 15> values{f.C1[j],       f.C2[j],       f.b0[j],      f.b1[j],
+                                       f.b0Real,      f.b1Real,      f.anaWn,      f.anaQ,
+                                       f.sectionGain, f.adjFnSensC1, f.adjQSensC1, f.adjFnSensC2,
+                                       f.adjQSensC2,  f.adjDQ,       f.adjDFn};
+    RoundState s;
+    std::transform(values.begin(), values.end(), s.values.begin(),
+                   [](float v) { return std::bit_cast<std::uint32_t>(v); });
+    s.counters = {f.capdiv, f.hpRoundGuard, f.gainResistorFlag, f.eSeriesSize};
+    return s;
+}
+
 } // namespace
 
 void adjustSection(QuellmarkForm& f, int j)
 {
     RoundingContext rc = roundingFor(f, j);
-    for (int round = 0; round < kAdjustRounds; ++round)
+    RoundState before = stateOf(f, static_cast<std::size_t>(j));
+    for (int round = 0; round < kAdjustRounds; ++round) {
         adjustRound(f, j, rc);
+        // A round that leaves everything as it found it leaves the next one
+        // the same to read, and so on: the rounds left can change nothing.
+        const RoundState after = stateOf(f, static_cast<std::size_t>(j));
+        if (after == before) return;
+        before = after;
+    }
 }
 
 } // namespace qm

@@ -146,11 +146,14 @@ void sensitivitiesAndTableLine(QuellmarkForm& f, int j)
 {
     f.sectionName = sectionNameOf(f, j);
     f.Label40.text = columnHeader(f.circuitType == 1, f.InvCalc.value == 1);
-    noteSectionParts(f, j);
+    // The values are worked out once, for the parts list and for the labels;
+    // measuring the sensitivities in between leaves them as they are.
+    const ValueLabelTexts values = valueLabelTexts(f, j);
+    noteSectionParts(f, j, values);
     if (f.viewMode == 0) {
         f.tableLine = measureForTable(f, j);
         tableBox(f, j).text = f.tableLine;
-        writeValueLabels(f, j);
+        showValueLabels(values);
     } else {
         measureForSchematic(f, j);
         writeSensitivityLabels(f, j);

@@ -91,20 +91,44 @@ Percents percentChange(double b0, double b1, double b0Real, double b1Real)
             checkedDiv((checkedDiv(root, b1) - checkedDiv(realRoot, b1Real)) * 100, root) * b1};
 }
 
+/// What SensText measures before it writes: the change of a real stage's
+/// pole, the changes of Fn and Q, or nothing where the section as built has
+/// no Fn and Q to compare with.
+struct Measured
+{
+    enum class Kind { Pole, FnAndQ, Nothing };
+    Kind kind = Kind::Nothing;
+    double pole = 0;
+    Percents percents{0, 0};
+};
+
+Measured measureChange(const QuellmarkForm& f)
+{
+    const double b0 = d64(f.b0[f.sectionNum]);
+    const double b1 = d64(f.b1[f.sectionNum]);
+    Measured m;
+    if (f.b1Real == 0) {
+        // A real stage: b0 is the pole, so this is the pole's change.
+        m.kind = Measured::Kind::Pole;
+        m.pole = checkedDiv((d64(f.b0Real) - b0) * 100, b0);
+    } else if (b0 > 0 && b1 > 0) {
+        m.kind = Measured::Kind::FnAndQ;
+        m.percents = percentChange(b0, b1, d64(f.b0Real), d64(f.b1Real));
+    }
+    return m;
+}
+
 } // namespace
 
 void SensText(QuellmarkForm& f, std::string& text, float& FnPercent, float& QPercent)
 {
-    const double b0 = d64(f.b0[f.sectionNum]);
-    const double b1 = d64(f.b1[f.sectionNum]);
-    if (f.b1Real == 0) {
-        // A real stage: b0 is the pole, so this is the pole's change.
-        const double pole = checkedDiv((d64(f.b0Real) - b0) * 100, b0);
-        text = formatPattern(pole, "#0.0", f.decSep) + kNoQPart;
+    const Measured m = measureChange(f);
+    if (m.kind == Measured::Kind::Pole) {
+        text = formatPattern(m.pole, "#0.0", f.decSep) + kNoQPart;
         return;
     }
-    if (b0 <= 0 || b1 <= 0) return;
-    const Percents p = percentChange(b0, b1, d64(f.b0Real), d64(f.b1Real));
+    if (m.kind == Measured::Kind::Nothing) return;
+    const Percents& p = m.percents;
     f.sensFnText = "  " + formatPattern(p.fn, "#0.0", f.decSep);
     FnPercent = f32(p.fn);
     TrimSensitivityText(f.sensFnText, f.decSep);
@@ -114,14 +138,19 @@ void SensText(QuellmarkForm& f, std::string& text, float& FnPercent, float& QPer
     text = f.sensFnText + "; " + f.sensQText;
 }
 
+void SensNumbers(QuellmarkForm& f, float& FnPercent, float& QPercent)
+{
+    const Measured m = measureChange(f);
+    if (m.kind != Measured::Kind::FnAndQ) return;
+    FnPercent = f32(m.percents.fn);
+    QPercent = f32(m.percents.q);
+}
+
 void SensPercents(QuellmarkForm& f, float& FnPercent, float& QPercent)
 {
-    const double b0 = d64(f.b0[f.sectionNum]);
-    const double b1 = d64(f.b1[f.sectionNum]);
-    if (f.b1Real == 0 || b0 <= 0 || b1 <= 0) return;
-    const Percents p = percentChange(b0, b1, d64(f.b0Real), d64(f.b1Real));
-    FnPercent = f32(p.fn);
-    QPercent = f32(p.q);
+    // A real stage's pole change is not taken here, so it can't fail either.
+    if (f.b1Real == 0) return;
+    SensNumbers(f, FnPercent, QPercent);
 }
 
 void TrimSensitivityText(std::string& text, char decSep)

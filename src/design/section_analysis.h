@@ -21,8 +21,12 @@ void SallenAnalyse(QuellmarkForm& f, float ROne, float RTwo, float RThree, float
 /// built) and b0Real, b1Real (as perturbed), as text "Fn; Q" and as numbers.
 void SensText(QuellmarkForm& f, std::string& text, float& FnPercent, float& QPercent);
 
+/// The numbers of SensText without its text; fails where SensText fails.
+void SensNumbers(QuellmarkForm& f, float& FnPercent, float& QPercent);
+
 /// The numbers of SensText without its text, for the correction pass of
-/// high-pass sections, which reads only the numbers.
+/// high-pass sections, which reads only the numbers. A real stage leaves
+/// them as they were.
 void SensPercents(QuellmarkForm& f, float& FnPercent, float& QPercent);
 
 /// Drops the decimal of a percentage of 100 or more.

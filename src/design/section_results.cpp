@@ -101,7 +101,7 @@ PartSensitivity measure(QuellmarkForm& f, int j, Part p, bool real)
     PartSensitivity s;
     f.sensFnValue = 0;
     f.sensQValue = 0;
-    perturb(f, j, p);
+    perturbNumbers(f, j, p);
     if (real) {
         // A real stage's b0 is its pole, and it has no Q.
         const double b0 = d64(f.b0[j]);

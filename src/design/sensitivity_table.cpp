@@ -46,6 +46,19 @@ std::string& fieldOf(QuellmarkForm& f, Part p)
     return f.sensC2;
 }
 
+/// Analyses section j with `part` raised by 1% into b0Real, b1Real.
+void analyseRaised(QuellmarkForm& f, int j, Part part)
+{
+    float r1 = f.ROne, r2 = f.RTwo, r3 = f.RThree, r4 = f.RFour;
+    float c1 = f.C1[j], c2 = f.C2[j];
+    float* target[] = {&r1, &r2, &r3, &r4, &c1, &c2};
+    *target[slot(part)] = raised(*target[slot(part)]);
+    if (f.circuitType == 1)
+        SallenAnalyse(f, r1, r2, r3, r4, c1, c2, f.sectionGain, f.b0Real, f.b1Real);
+    else
+        MFBAnalyse(f, r1, r2, r3, c1, c2, f.b0Real, f.b1Real);
+}
+
 /// Measures one part, keeps the text in its field and in the line's parts.
 void take(QuellmarkForm& f, int j, Part p, SensitivityLineParts& parts)
 {
@@ -118,16 +131,15 @@ std::string highPassLine(const SensitivityLineParts& p)
 
 std::string perturb(QuellmarkForm& f, int j, Part part)
 {
-    float r1 = f.ROne, r2 = f.RTwo, r3 = f.RThree, r4 = f.RFour;
-    float c1 = f.C1[j], c2 = f.C2[j];
-    float* target[] = {&r1, &r2, &r3, &r4, &c1, &c2};
-    *target[slot(part)] = raised(*target[slot(part)]);
-    if (f.circuitType == 1)
-        SallenAnalyse(f, r1, r2, r3, r4, c1, c2, f.sectionGain, f.b0Real, f.b1Real);
-    else
-        MFBAnalyse(f, r1, r2, r3, c1, c2, f.b0Real, f.b1Real);
+    analyseRaised(f, j, part);
     SensText(f, f.workText, f.sensFnValue, f.sensQValue);
     return f.workText;
+}
+
+void perturbNumbers(QuellmarkForm& f, int j, Part part)
+{
+    analyseRaised(f, j, part);
+    SensNumbers(f, f.sensFnValue, f.sensQValue);
 }
 
 std::string sensitivityLine(const SensitivityLineParts& p)

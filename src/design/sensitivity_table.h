@@ -16,6 +16,10 @@ enum class Part { R1, R2, R3, R4, C1, C2 };
 /// b0Real, b1Real, and returns SensText's "Fn; Q" text.
 std::string perturb(QuellmarkForm& f, int j, Part part);
 
+/// perturb without the text: b0Real, b1Real, and sensFnValue, sensQValue
+/// as SensNumbers leaves them; fails where perturb fails.
+void perturbNumbers(QuellmarkForm& f, int j, Part part);
+
 /// What one section's sensitivity line is made of.
 struct SensitivityLineParts
 {

@@ -17,56 +17,66 @@ double mappingFreq(const QuellmarkForm& f, int j)
     return d64(f.FnDisplay[static_cast<std::size_t>(j - 1)]);
 }
 
-void show(const QuellmarkForm& f, Control& label, double x, std::string_view units)
+/// Collects the texts of the value labels in the order they are written.
+class LabelTexts
 {
-    label.text = Engsuffix(f32(x), f.digits, units, f.decSep);
-}
+  public:
+    explicit LabelTexts(const QuellmarkForm& f) : f_(f) {}
+    void show(Control& label, double x, std::string_view units)
+    {
+        texts.labels.emplace_back(&label, Engsuffix(f32(x), f_.digits, units, f_.decSep));
+    }
+    ValueLabelTexts texts;
 
-void realStageValues(QuellmarkForm& f, int j, bool highPass)
+  private:
+    const QuellmarkForm& f_;
+};
+
+void realStageValues(QuellmarkForm& f, int j, bool highPass, LabelTexts& out)
 {
     if (highPass) {
-        show(f, f.RealR, Cmap(f, j, f.ROne), "F");
-        show(f, f.RealC, Rmap(f, j, f.C1[j]), "  ");
+        out.show(f.RealR, Cmap(f, j, f.ROne), "F");
+        out.show(f.RealC, Rmap(f, j, f.C1[j]), "  ");
     } else {
-        show(f, f.RealR, f.ROne, "   ");
-        show(f, f.RealC, f.C1[j], "F");
+        out.show(f.RealR, f.ROne, "   ");
+        out.show(f.RealC, f.C1[j], "F");
     }
 }
 
 // The circuit's hidden labels are written all the same.
-void lowPassValues(QuellmarkForm& f, int j, std::size_t e)
+void lowPassValues(QuellmarkForm& f, int j, std::size_t e, LabelTexts& out)
 {
-    show(f, f.R1[e], f.ROne, "   ");
-    show(f, f.R2[e], f.RTwo, "   ");
-    show(f, f.R3[e], f.RThree, "   ");
-    show(f, f.R4[e], f.RFour, "   ");
-    show(f, f.C1L[e], f.C1[j], "F  ");
-    show(f, f.C2L[e], shownC2(f, j), "F");
+    out.show(f.R1[e], f.ROne, "   ");
+    out.show(f.R2[e], f.RTwo, "   ");
+    out.show(f.R3[e], f.RThree, "   ");
+    out.show(f.R4[e], f.RFour, "   ");
+    out.show(f.C1L[e], f.C1[j], "F  ");
+    out.show(f.C2L[e], shownC2(f, j), "F");
 }
 
 // The labels keep their places on the high-pass picture, so R1 now stands
 // at a capacitor and C1L at a resistor.
-void highPassValues(QuellmarkForm& f, int j, std::size_t e)
+void highPassValues(QuellmarkForm& f, int j, std::size_t e, LabelTexts& out)
 {
     const bool sk = f.circuitType == 1;
-    show(f, f.R1[e], Cmap(f, j, f.ROne), "F  ");
-    show(f, f.R2[e], Cmap(f, j, f.RTwo), "F  ");
+    out.show(f.R1[e], Cmap(f, j, f.ROne), "F  ");
+    out.show(f.R2[e], Cmap(f, j, f.RTwo), "F  ");
     // Sallen-Key gain resistors stay resistors; a label without its part
     // keeps what it showed.
     if (f.RThree != 0) {
         if (sk)
-            show(f, f.R3[e], f.RThree, "   ");
+            out.show(f.R3[e], f.RThree, "   ");
         else
-            show(f, f.R3[e], Cmap(f, j, f.RThree), "F  ");
+            out.show(f.R3[e], Cmap(f, j, f.RThree), "F  ");
     }
     if (f.RFour != 0) {
         if (sk)
-            show(f, f.R4[e], f.RFour, "   ");
+            out.show(f.R4[e], f.RFour, "   ");
         else
-            show(f, f.R4[e], Cmap(f, j, f.RFour), "F  ");
+            out.show(f.R4[e], Cmap(f, j, f.RFour), "F  ");
     }
-    show(f, f.C1L[e], Rmap(f, j, f.C1[j]), "   ");
-    show(f, f.C2L[e], Rmap(f, j, shownC2(f, j)), " ");
+    out.show(f.C1L[e], Rmap(f, j, f.C1[j]), "   ");
+    out.show(f.C2L[e], Rmap(f, j, shownC2(f, j)), " ");
 }
 
 std::size_t entryRow(const QuellmarkForm& f, int j)
@@ -89,18 +99,33 @@ double Rmap(const QuellmarkForm& f, int j, double C)
     return checkedDiv(1.0, 2 * Pi * mappingFreq(f, j) * C);
 }
 
-void writeValueLabels(QuellmarkForm& f, int j)
+ValueLabelTexts valueLabelTexts(QuellmarkForm& f, int j)
 {
     const bool highPass = f.InvCalc.value == 1;
-    if (f.sectionName == "Real") {
-        realStageValues(f, j, highPass);
-        return;
+    LabelTexts out(f);
+    try {
+        if (f.sectionName == "Real")
+            realStageValues(f, j, highPass, out);
+        else if (highPass)
+            highPassValues(f, j, entryRow(f, j), out);
+        else
+            lowPassValues(f, j, entryRow(f, j), out);
+    } catch (const CalcFailure& e) {
+        out.texts.failure = e.what();
     }
-    const std::size_t e = entryRow(f, j);
-    if (highPass)
-        highPassValues(f, j, e);
-    else
-        lowPassValues(f, j, e);
+    return out.texts;
+}
+
+void showValueLabels(const ValueLabelTexts& texts)
+{
+    for (const auto& [label, text] : texts.labels)
+        label->text = text;
+    if (texts.failure) throw CalcFailure(*texts.failure);
+}
+
+void writeValueLabels(QuellmarkForm& f, int j)
+{
+    showValueLabels(valueLabelTexts(f, j));
 }
 
 void writeSensitivityLabels(QuellmarkForm& f, int j)

@@ -2,6 +2,7 @@
 
 #include "numbers/float_store.h"
 #include "numbers/number_text.h"
+#include "numbers/power_of_ten.h"
 
 #include <array>
 #include <cmath>
@@ -121,9 +122,9 @@ float normalise(float x, int& e)
 float roundSignificant(float x, int d)
 {
     const int m = x < 10 ? d - 1 : (x < 100 ? d - 2 : d - 3);
-    x = f32(d64(x) * std::pow(10.0, m));
+    x = f32(d64(x) * powerOfTen(m));
     x = f32(std::floor(d64(x) + 0.5));
-    return f32(d64(x) * std::pow(10.0, -m));
+    return f32(d64(x) * powerOfTen(-m));
 }
 
 } // namespace
@@ -162,7 +163,9 @@ std::string Engsuffix(float innum, int d, std::string_view units, char decSep)
     while (s.size() < static_cast<std::size_t>(d) + 1)
         s += '0';
     if (s.back() == decSep) s.pop_back();
-    return s + std::string(*scale) + std::string(units);
+    s += *scale;
+    s += units;
+    return s;
 }
 
 std::string CorrectD(std::string& Temp, char decSep)

@@ -3,9 +3,11 @@
 #include "numbers/float_store.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <locale>
 #include <string>
@@ -50,8 +52,10 @@ struct NumberScan
 
 std::size_t scanDigits(std::string_view text, std::size_t pos, std::string& out)
 {
+    const std::size_t start = pos;
     while (pos < text.size() && isDigit(text[pos]))
-        out += text[pos++];
+        ++pos;
+    out.append(text.substr(start, pos - start));
     return pos;
 }
 
@@ -157,11 +161,108 @@ std::string withSeparator(std::string text, char decSep)
     return text;
 }
 
+// The powers of ten that doubles hold exactly.
+constexpr std::array<double, 23> exactTens{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                           1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                           1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// Where a value scaled by a power of ten lies between two integers. The
+// product is rounded once, so it lies within half a step of a double of the
+// exact product; `certain` says that this can't move it across the midpoint
+// of the two integers, nor can a further shift of the value by `shift`
+// relative to it.
+struct ScaledSplit
+{
+    std::int64_t below = 0; // the integer at or below the scaled value
+    bool upper = false;     // the scaled value is nearer the integer above
+    bool certain = false;
+};
+
+ScaledSplit splitScaled(double a, int tens, double shift)
+{
+    constexpr double kDoubleStep = 0x1p-52; // a double's step relative to it
+    const double t = a * exactTens[static_cast<std::size_t>(tens)];
+    ScaledSplit s;
+    s.below = static_cast<std::int64_t>(t);
+    const double fraction = t - static_cast<double>(s.below); // exact below 2^52
+    const double margin = t * (kDoubleStep + shift);
+    s.upper = fraction > 0.5;
+    s.certain = std::fabs(fraction - 0.5) > margin;
+    return s;
+}
+
+// n·10^-places in fixed notation, without trailing zeros after the point
+// (nor the point when none remain), with decSep as the point. Built in place:
+// n has at most 19 digits, and places stay below 24.
+std::string fixedText(std::uint64_t n, int places, bool negative, char decSep)
+{
+    char reversed[20]; // the digits of n, the last first
+    std::size_t count = 0;
+    do {
+        reversed[count++] = static_cast<char>('0' + n % 10);
+        n /= 10;
+    } while (n > 0);
+    const auto fraction = static_cast<std::size_t>(places);
+    const std::size_t width = std::max(count, fraction + 1); // with leading zeros
+    char text[48];
+    std::size_t length = 0;
+    if (negative) text[length++] = '-';
+    std::size_t point = 0;
+    for (std::size_t k = width; k-- > 0;) {
+        if (k + 1 == fraction) {
+            point = length;
+            text[length++] = decSep;
+        }
+        text[length++] = k < count ? reversed[k] : '0';
+    }
+    if (fraction > 0) {
+        while (text[length - 1] == '0')
+            --length;
+        if (length == point + 1) --length;
+    }
+    return {text, length};
+}
+
+// The general form of x as <charconv> gives it, worked out the quick way
+// where that is certain to give the same: in fixed notation (the first
+// digit's power of ten from -4 to precision - 1) and with the rounding to
+// `precision` digits no near tie. Nothing elsewhere.
+std::string quickGeneralText(double x, int precision, char decSep)
+{
+    constexpr int kLowestPower = -4; // below it the general form takes an exponent
+    const double a = std::fabs(x);
+    if (!(a >= 1e-4 && a < exactTens[static_cast<std::size_t>(precision)])) return {};
+    // The power of ten of the first digit, by exact powers: 10^power ≤ a, or
+    // 1 ≤ a·10^-power below 1.
+    int power = precision - 1;
+    while (power > 0 && a < exactTens[static_cast<std::size_t>(power)])
+        --power;
+    if (power == 0)
+        while (power > kLowestPower && a * exactTens[static_cast<std::size_t>(-power)] < 1)
+            --power;
+    int places = precision - 1 - power;
+    const ScaledSplit split = splitScaled(a, places, 0);
+    if (!split.certain) return {};
+    std::int64_t n = split.below + (split.upper ? 1 : 0);
+    const auto lowest =
+        static_cast<std::int64_t>(exactTens[static_cast<std::size_t>(precision - 1)]);
+    if (n == 10 * lowest && places > 0) {
+        // Rounded up to the next power of ten, which keeps one place fewer.
+        n = lowest;
+        --places;
+    }
+    // A power guessed one off by a rounded comparison shows in the count of
+    // digits; so does a rise into the exponent form.
+    if (n < lowest || n >= 10 * lowest) return {};
+    return fixedText(static_cast<std::uint64_t>(n), places, x < 0, decSep);
+}
+
 std::string generalTextDigits(double x, int precision, char decSep)
 {
     if (std::isnan(x)) return "NaN";
     if (std::isinf(x)) return x > 0 ? "Inf" : "-Inf";
     if (x == 0) return "0"; // also for -0: a zero is shown without a sign
+    if (std::string quick = quickGeneralText(x, precision, decSep); !quick.empty()) return quick;
     char buf[64];
     const auto res = std::to_chars(buf, buf + sizeof buf, x, std::chars_format::general, precision);
     std::string text(buf, res.ptr);
@@ -259,6 +360,32 @@ std::string roundDecimal(const Decimal& d, int places, int& intLen)
     return digits;
 }
 
+// The digits of roundDecimal(decimalOf(x, 15), places, intLen) worked out
+// the quick way where that is certain to give the same: |x| below 10^12 and
+// the scaled value no near tie, also after the fifteen-digit rounding, which
+// moves x by less than kFifteenDigitShift of it. Empty elsewhere. The digits
+// may have other leading zeros than roundDecimal's.
+std::string quickRoundedDigits(double x, int places, int& intLen)
+{
+    constexpr double kFifteenDigitShift = 1e-14;
+    constexpr double kLargest = 1e12;
+    constexpr int kMostPlaces = 6;
+    const double a = std::fabs(x);
+    if (!(a < kLargest) || places > kMostPlaces) return {};
+    const ScaledSplit split = splitScaled(a, places, kFifteenDigitShift);
+    if (!split.certain) return {};
+    const auto n = static_cast<std::uint64_t>(split.below + (split.upper ? 1 : 0));
+    char buf[24];
+    const auto end = std::to_chars(buf, buf + sizeof buf, n).ptr;
+    const auto count = static_cast<std::size_t>(end - buf);
+    const auto fraction = static_cast<std::size_t>(places);
+    // At least one digit before the point.
+    std::string digits(count > fraction ? 0 : fraction + 1 - count, '0');
+    digits.append(buf, count);
+    intLen = static_cast<int>(digits.size() - fraction);
+    return digits;
+}
+
 } // namespace
 
 std::string formatPattern(double x, std::string_view pattern, char decSep)
@@ -268,20 +395,29 @@ std::string formatPattern(double x, std::string_view pattern, char decSep)
     // Rounding works on the value's fifteen-digit decimal form, so that 1.005
     // rounds as the 1.005 it was written as, not as its binary neighbour.
     int intLen = 0;
-    const std::string digits = roundDecimal(decimalOf(x, generalDigitsDouble), p.fracTotal, intLen);
-    std::string intPart = digits.substr(0, static_cast<std::size_t>(intLen));
-    std::string fracPart = digits.substr(static_cast<std::size_t>(intLen));
-    const std::size_t firstNonZero = intPart.find_first_not_of('0');
-    intPart.erase(0, std::min(firstNonZero, intPart.size()));
-    if (intPart.size() < static_cast<std::size_t>(p.intForced))
-        intPart.insert(0, static_cast<std::size_t>(p.intForced) - intPart.size(), '0');
+    std::string digits = quickRoundedDigits(x, p.fracTotal, intLen);
+    if (digits.empty())
+        digits = roundDecimal(decimalOf(x, generalDigitsDouble), p.fracTotal, intLen);
+    const std::string_view all(digits);
+    std::string_view intPart = all.substr(0, static_cast<std::size_t>(intLen));
+    std::string_view fracPart = all.substr(static_cast<std::size_t>(intLen));
+    intPart.remove_prefix(std::min(intPart.find_first_not_of('0'), intPart.size()));
+    const auto forced = static_cast<std::size_t>(p.intForced);
+    const std::size_t padding = forced > intPart.size() ? forced - intPart.size() : 0;
     while (fracPart.size() > static_cast<std::size_t>(p.fracForced) && fracPart.back() == '0')
-        fracPart.pop_back();
-    const bool zero = digits.find_first_not_of('0') == std::string::npos;
-    std::string text = (x < 0 && !zero) ? "-" : "";
+        fracPart.remove_suffix(1);
+    const bool zero = all.find_first_not_of('0') == std::string_view::npos;
+    std::string text;
+    text.reserve(padding + intPart.size() + fracPart.size() + 2);
+    if (x < 0 && !zero) text += '-';
+    text.append(padding, '0');
     text += intPart;
-    if (!fracPart.empty()) text += decSep + fracPart;
-    return text.empty() ? "0" : text;
+    if (!fracPart.empty()) {
+        text += decSep;
+        text += fracPart;
+    }
+    if (text.empty()) text = "0";
+    return text;
 }
 
 char usableDecimalSeparator(const std::locale& locale)

@@ -1,6 +1,7 @@
 #include "synthesis/standard_values.h"
 
 #include "numbers/float_store.h"
+#include "numbers/power_of_ten.h"
 
 #include <algorithm>
 #include <cmath>
@@ -79,15 +80,15 @@ class GuardScope
 float roundToGeometricSeries(float r, float lg, double e, int N)
 {
     const double j = std::floor((d64(lg) - e) * N);
-    const double scale = std::pow(10.0, e - 2);
-    float hi = f32(scale * std::floor(std::pow(10.0, (j + 1) / N) * 100 + 0.5));
-    float lo = f32(scale * std::floor(std::pow(10.0, j / N) * 100 + 0.5));
+    const double scale = powerOfTen(e - 2);
+    float hi = f32(scale * std::floor(decadeStep(j + 1, N) * 100 + 0.5));
+    float lo = f32(scale * std::floor(decadeStep(j, N) * 100 + 0.5));
     if (N == 192) {
-        const float v = f32(std::pow(10.0, -e) * d64(r));
+        const float v = f32(powerOfTen(-e) * d64(r));
         if (d64(v) >= kE192Below && d64(v) <= kE192Exception)
-            hi = f32(std::pow(10.0, e) * kE192Exception);
+            hi = f32(powerOfTen(e) * kE192Exception);
         if (d64(v) >= kE192Exception && d64(v) <= kE192Above)
-            lo = f32(std::pow(10.0, e) * kE192Exception);
+            lo = f32(powerOfTen(e) * kE192Exception);
     }
     const double d = (d64(r) + d64(r) + kTieBias) - (d64(lo) + d64(hi));
     return d < 0 ? lo : hi;
@@ -97,12 +98,12 @@ void roundResistorOrdinary(float& r, int N)
 {
     const float lg = log10Checked(r);
     const double e = std::floor(d64(lg));
-    const float m = f32(std::pow(10.0, -e) * d64(r));
+    const float m = f32(powerOfTen(-e) * d64(r));
     if (N == 12 || N == 24) {
         const std::span<const float> table = tableOf(N);
         const auto i = static_cast<std::size_t>(
             std::min(nearestIndex(table, d64(m)), static_cast<int>(table.size()) - 1));
-        r = f32(std::pow(10.0, e) * d64(table[i]));
+        r = f32(powerOfTen(e) * d64(table[i]));
     } else if (N == 48 || N == 96 || N == 192) {
         r = roundToGeometricSeries(r, lg, e, N);
     }
@@ -118,7 +119,7 @@ void roundCapacitorOrdinary(float& C, int op, int capdiv, RoundingContext& ctx)
     const std::span<const float> table = tableOf(ctx.eSeriesSize);
     const int last = static_cast<int>(table.size()) - 1;
     const auto i = static_cast<std::size_t>(std::clamp(nearestIndex(table, d64(m)) + op, 0, last));
-    C = f32(capdiv * std::pow(10.0, e) * d64(table[i]));
+    C = f32(capdiv * powerOfTen(e) * d64(table[i]));
 }
 
 /// A prototype resistor rounded as the capacitor it becomes:
