@@ -141,8 +141,9 @@ inline RawVectors runNgspiceVectors(const TempFolder& dir, const std::string& na
         std::ifstream log(dir.file(name + ".log"));
         const std::string text((std::istreambuf_iterator<char>(log)), {});
         constexpr std::size_t kShown = 600;
-        return {{}, "ngspice failed on " + cir + ": " +
-                        text.substr(text.size() > kShown ? text.size() - kShown : 0)};
+        return {{},
+                "ngspice failed on " + cir + ": " +
+                    text.substr(text.size() > kShown ? text.size() - kShown : 0)};
     }
     return readRawVectors(raw);
 }
