@@ -127,7 +127,7 @@ void sweepSection(QuellmarkForm& f, int s, const SweepPoints& at)
     sectionRatios(model, at, ratios);
     // The arctangent's series at every point in a loop of its own, which the
     // processor runs several points of at once; each is checked after.
-    std::array<double, kSweepSlots> lagNear;
+    std::array<double, kSweepSlots> lagNear{};
     for (std::size_t i = 1; i <= kPoints; ++i)
         lagNear[i] = -series::atan(ratios[i].atanNum, ratios[i].atanDen);
     float mag = 0, phase = 0;

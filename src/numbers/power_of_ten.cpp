@@ -41,13 +41,16 @@ double powerOfTen(double exponent)
 {
     static const auto powers = [] {
         std::array<double, 2 * kTabledTens + 1> p{};
-        for (int k = -kTabledTens; k <= kTabledTens; ++k)
-            p[static_cast<std::size_t>(k + kTabledTens)] = libraryPow(10.0, k);
+        for (int k = -kTabledTens; k <= kTabledTens; ++k) {
+            const int slot = k + kTabledTens;
+            p[static_cast<std::size_t>(slot)] = libraryPow(10.0, k);
+        }
         return p;
     }();
     int k = 0;
     if (!wholeWithin(exponent, -kTabledTens, kTabledTens, k)) return std::pow(10.0, exponent);
-    return powers[static_cast<std::size_t>(k + kTabledTens)];
+    const int slot = k + kTabledTens;
+    return powers[static_cast<std::size_t>(slot)];
 }
 
 double decadeStep(double step, int steps)
